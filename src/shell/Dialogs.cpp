@@ -1,0 +1,29 @@
+#include "shell/Dialogs.h"
+#include <cstdio>
+
+namespace {
+// Used before a screen exists (command line, batch): texts go to stderr.
+class ConsoleDialogs : public Dialogs {
+public:
+    bool Ask(const QString&, const QString&, const QString&) override { return true; }
+    void Tell(const QString& m) override { std::fprintf(stderr, "%s\n", qPrintable(m)); }
+    QString Request(const QString&, const QString& d) override { return d; }
+    void ShowWait(const QString&) override {}
+    void HideWait() override {}
+    void MessageBox(const QString& t, const QString& m) override
+    {
+        std::fprintf(stderr, "%s: %s\n", qPrintable(t), qPrintable(m));
+    }
+};
+ConsoleDialogs consoleDialogs;
+Dialogs* installed = nullptr;
+}
+
+Dialogs& dialogs() { return installed ? *installed : consoleDialogs; }
+
+Dialogs* setDialogs(Dialogs* d)
+{
+    Dialogs* prev = installed;
+    installed = d;
+    return prev;
+}

@@ -1,0 +1,27 @@
+#pragma once
+// The common dialogs. Forms and core code ask through this interface; the Qt version shows
+// modal windows, tests install a scripted one that answers in order and records what was asked.
+#include <QString>
+
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+    virtual bool Ask(const QString& message, const QString& yesCaption, const QString& noCaption) = 0;
+    virtual void Tell(const QString& message) = 0;
+    virtual QString Request(const QString& message, const QString& defaultText) = 0;
+    virtual void ShowWait(const QString& message) = 0;
+    virtual void HideWait() = 0;
+    // The system message box with its own title (the store's fatal error box).
+    virtual void MessageBox(const QString& title, const QString& text) = 0;
+};
+
+// The installed dialogs; never null (a silent default answers "yes" and records nothing).
+Dialogs& dialogs();
+// Installs `d` (not owned); nullptr restores the default. Returns the previous one.
+Dialogs* setDialogs(Dialogs* d);
+
+inline bool Ask(const QString& m, const QString& y, const QString& n) { return dialogs().Ask(m, y, n); }
+inline void Tell(const QString& m) { dialogs().Tell(m); }
+inline QString Request(const QString& m, const QString& d) { return dialogs().Request(m, d); }
+inline void ShowWait(const QString& m) { dialogs().ShowWait(m); }
+inline void HideWait() { dialogs().HideWait(); }

@@ -1,0 +1,7 @@
+#include "shell/Session.h"
+
+Session& session()
+{
+    static Session s;
+    return s;
+}
