@@ -1,0 +1,117 @@
+#include <gtest/gtest.h>
+#include <QWidget>
+#include "ShellSupport.h"
+#include "shell/QtMenuRun.h"
+#include "shell/QtScreens.h"
+
+namespace {
+
+// Stands in for a screen of a later issue; remembers the key it was opened with.
+QWidget* fakeScreen(const QString& name)
+{
+    auto* w = new QWidget;
+    w->setObjectName(name);
+    w->setProperty("openedWith", session().MenuKey);
+    return w;
+}
+
+class BackupStandIn : public QWidget {
+    Q_OBJECT
+public:
+    static inline QList<int> calls;
+    Q_INVOKABLE void Backup(int mode) { calls << mode; }
+};
+
+struct Ended {
+    int count = 0;
+    std::function<void()> prev;
+    Ended() { prev = setEndProgram([this] { ++count; }); }
+    ~Ended() { setEndProgram(prev); }
+};
+
+} // namespace
+
+TEST(Dispatch, KnownCaptionOpensItsScreenWithTheKey)
+{
+    registerScreen("Slip_frm", [] { return fakeScreen("Slip_frm"); });
+    registerScreen("Zandaka_frm", [] { return fakeScreen("Zandaka_frm"); });
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    ScriptedDialogs dlg;
+
+    EXPECT_TRUE(MenuRun("売上伝票処理"));
+    QWidget* slip = screen("Slip_frm");
+    EXPECT_TRUE(slip->isVisible());
+    EXPECT_EQ(slip->property("openedWith").toString(), "Dur");
+    EXPECT_EQ(session().SlipCaller, "Menu");
+    EXPECT_TRUE(dlg.log.isEmpty());   // no ledger offer for slips
+
+    session().SlipCaller.clear();
+    dlg.askAnswers = {false};
+    EXPECT_TRUE(MenuRun("売掛残高一覧"));
+    EXPECT_EQ(dlg.log, QStringList{"Ask:台帳処理を実行しますか?"});
+    EXPECT_TRUE(screen("Zandaka_frm")->isVisible());
+    EXPECT_EQ(session().MenuKey, "Uza");
+    EXPECT_TRUE(session().SlipCaller.isEmpty());
+    slip->close();
+    screen("Zandaka_frm")->close();
+}
+
+TEST(Dispatch, UnknownCaptionsAndMissingScreensDoNothing)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    ScriptedDialogs dlg;
+    session().MenuKey = "before";
+    EXPECT_FALSE(MenuRun("存在しない機能"));
+    EXPECT_FALSE(MenuRun(""));
+    EXPECT_FALSE(MenuRun("得意先元帳"));   // known, offered, but no screen yet: not even the offer
+    EXPECT_FALSE(MenuRun("年次更新"));
+    EXPECT_TRUE(dlg.log.isEmpty());
+    EXPECT_EQ(session().MenuKey, "before");
+}
+
+TEST(Dispatch, BuiltInItems)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    ScriptedDialogs dlg;
+    dlg.askAnswers = {true};
+    EXPECT_TRUE(MenuRun("データ最適化"));
+    dlg.requestAnswers = {"5"};
+    EXPECT_TRUE(MenuRun("画面スケール"));
+    dlg.requestAnswers = {""};
+    EXPECT_TRUE(MenuRun("摘要"));
+    EXPECT_EQ(dlg.log, QStringList({"Ask:実行しますか？", "Request:画面スケールを入力します。(標準=1)",
+                                    "Request:摘要を入力します。"}));
+    EXPECT_EQ(masterValue("SELECT contents FROM zSysFunc WHERE Code=1").toString(), "2");
+    EXPECT_TRUE(session().MasterDb.isOpen());   // the compaction is not there yet: nothing ends
+}
+
+TEST(Dispatch, EndingAction)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    ScriptedDialogs dlg;
+    Ended ended;
+    dlg.askAnswers = {false};
+    EXPECT_FALSE(DoEndingAction());
+    EXPECT_EQ(ended.count, 0);
+    // Yes: ledger processing without a further question, then the end.
+    dlg.log.clear();
+    dlg.askAnswers = {true};
+    EXPECT_TRUE(DoEndingAction());
+    EXPECT_EQ(dlg.log, QStringList{"Ask:終了しますか？"});
+    EXPECT_EQ(ended.count, 1);
+    EXPECT_TRUE(BackupStandIn::calls.isEmpty());
+
+    // With the exit-time backup switched on, Backup_frm copies first.
+    registerScreen("Backup_frm", [] { return new BackupStandIn; });
+    execSql(session().MasterDb, "INSERT INTO UserOP (Code, contents) VALUES (15, '1')");
+    dlg.askAnswers = {true};
+    EXPECT_TRUE(DoEndingAction());
+    EXPECT_EQ(BackupStandIn::calls, QList<int>{0});
+    EXPECT_EQ(ended.count, 2);
+}
+
+#include "DispatchTest.moc"
