@@ -1,0 +1,22 @@
+#pragma once
+// The installer's table zSysFunc and the user's options in UserOP, as their two forms edit
+// them: rows of a code and a text.
+#include <optional>
+#include <QString>
+
+class Recordset;
+
+// Adds or changes the row of `code` (whichever the table needs, whatever the screen's state).
+// False when the store refused; a locked store has been reported through Tell.
+bool saveSysFuncRow(Recordset& rs, qint32 code, const QString& contents);
+// "コード : <code>\n\n<contents>\n\nを削除してよろしいですか？" of the current row; empty without one.
+QString sysFuncDeleteQuestion(const Recordset& rs);
+
+// Rows of UserOP edited by the options form.
+constexpr int kOptBackupPath = 5;
+constexpr int kOptBackupAtExit = 15;
+// The stored text of an option, trimmed; nothing when the row is missing.
+std::optional<QString> readOption(int code);
+// Writes both options in one unit: a missing row is added. A refusal of the store is told,
+// and then nothing is written.
+bool saveOptions(const QString& backupPath, const QString& backupAtExit);

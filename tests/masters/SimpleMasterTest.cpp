@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include "entry/FormDriver.h"
+#include "entry/Recordset.h"
+#include "masters/SimpleMaster.h"
+#include "shell/Session.h"
+#include "store/Sql.h"
+#include "support/ScriptedDialogs.h"
+#include "support/TempCompany.h"
+
+namespace {
+
+class SimpleMasterTest : public ::testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(company.open()); }
+    QString row(const QString& table, int code)
+    {
+        return scalar(session().MasterDb,
+                      QStringLiteral("SELECT Code || '|' || kana || '|' || Namae || '|' || Ryaku FROM %1 WHERE Code = ?").arg(table),
+                      {code}).toString();
+    }
+    TempCompany company;
+    ScriptedDialogs dialogs;
+};
+
+TEST_F(SimpleMasterTest, NextFreeCodeIsTheHighestPlusOne)
+{
+    const QSqlDatabase db = session().MasterDb;
+    EXPECT_FALSE(NextFreeCode(db, "Cku").has_value());
+    execSql(db, "INSERT INTO Cku (Code, Namae) VALUES (1, 'a'), (7, 'b'), (3, 'c')");
+    EXPECT_EQ(NextFreeCode(db, "Cku"), 8);   // gaps are not reused
+    EXPECT_FALSE(NextFreeCode(db, "Cku; DROP TABLE Cku").has_value());
+}
+
+TEST_F(SimpleMasterTest, RegisterNewEditAndTakenNumbers)
+{
+    const SimpleMasterKind* hbn = simpleMasterKind("Hbn");
+    ASSERT_NE(hbn, nullptr);
+    Recordset rs;
+    ASSERT_TRUE(rs.open(session().MasterDb, "Hbn"));
+
+    struct Case { QString mode; SimpleRow in; bool saved; QString code; QString stored; QStringList told; } cases[] = {
+        {"NEW", {"    1", "ｱ", "青果", ""}, true, "1", "1|ｱ|青果| ", {}},
+        {"EDIT", {"1", "ｱｵ", "青物", "青"}, true, "1", "1|ｱｵ|青物|青", {}},
+        {"NEW", {"1", "", "重複", ""}, true, "2", "2| |重複| ", {"マスターは、No.2で登録しました。"}},
+        // The row went away under an edit: it comes back as a new row.
+        {"EDIT", {"9", "", "九", "九"}, true, "9", "9| |九|九", {}},
+        {"NEW", {"32767", "", "上限", ""}, true, "32767", "32767| |上限| ", {}},
+        {"NEW", {"32768", "", "超過", ""}, false, "32768", "", {}},
+    };
+    for (const Case& c : cases) {
+        dialogs.log.clear();
+        const RegisterOutcome out = registerSimpleRow(rs, *hbn, c.mode, c.in);
+        EXPECT_EQ(out.saved, c.saved) << c.in.namae.toStdString();
+        EXPECT_EQ(out.code, c.code) << c.in.namae.toStdString();
+        EXPECT_EQ(dialogs.of("Tell"), c.told) << c.in.namae.toStdString();
+        if (c.saved) {
+            EXPECT_EQ(row("Hbn", c.code.toInt()), c.stored);
+        }
+    }
+    // The last free number taken: 32767 is the top of the code, the save is dropped.
+    dialogs.log.clear();
+    const RegisterOutcome full = registerSimpleRow(rs, *hbn, "NEW", {"32767", "", "満杯", ""});
+    EXPECT_FALSE(full.saved);
+    EXPECT_EQ(scalar(session().MasterDb, "SELECT COUNT(*) FROM Hbn").toInt(), 4);
+}
+
+TEST_F(SimpleMasterTest, UnitsAndStaff)
+{
+    Recordset tni;
+    ASSERT_TRUE(tni.open(session().MasterDb, "Tni"));
+    EXPECT_TRUE(registerSimpleRow(tni, *simpleMasterKind("Tni"), "NEW", {"1", "ｹｰｽ", "ケース", "ケ"}).saved);
+    EXPECT_EQ(scalar(session().MasterDb, "SELECT Namae FROM Tni WHERE Code = 1").toString(), "ケース");
+
+    Recordset tan;
+    ASSERT_TRUE(tan.open(session().MasterDb, "Tan"));
+    const SimpleMasterKind& staff = *simpleMasterKind("Tan");
+    EXPECT_TRUE(registerSimpleRow(tan, staff, "NEW", {"1", "ﾔ", "山田", "山", "  3"}).saved);
+    EXPECT_TRUE(registerSimpleRow(tan, staff, "NEW", {"2", "ｽ", "鈴木", "鈴", ""}).saved);
+    EXPECT_EQ(scalar(session().MasterDb, "SELECT group_concat(TanLevel) FROM Tan").toString(), "3,0");
+    ASSERT_TRUE(tan.FindFirst(1));
+    EXPECT_EQ(deleteQuestion(tan, staff), "山田を削除してもよろしいですか？");
+    EXPECT_EQ(deleteQuestion(tan, *simpleMasterKind("Tbn")), "山田を削除してよろしいですか？");
+    EXPECT_EQ(simpleMasterKind("Xyz"), nullptr);
+}
+
+}  // namespace
