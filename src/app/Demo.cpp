@@ -1,9 +1,50 @@
 #include <cstdio>
+#include <QDir>
 #include <QStringList>
+#include "store/demo/DemoCompany.h"
 
-// Filled by the demo company generator.
-int runDemo(const QStringList&)
+namespace {
+
+int usage()
 {
-    std::fprintf(stderr, "demo: not available yet\n");
-    return 1;
+    std::fprintf(stderr, "%s\n", qPrintable(QStringLiteral(
+        "使い方: velmora demo DIR [--slips N] [--seed S]\n"
+        "  DIR        作成するフォルダ (会社のデータがないこと)\n"
+        "  --slips N  売上・仕入伝票の数 (0..5000000、既定 3000)\n"
+        "  --seed S   乱数の種 (0 以上の整数、既定 1)")));
+    return 2;
+}
+
+} // namespace
+
+int runDemo(const QStringList& args)
+{
+    if (args.size() < 2 || args[1].startsWith(QLatin1String("--"))) return usage();
+    DemoOptions opt;
+    for (qsizetype i = 2; i < args.size(); i += 2) {
+        if (i + 1 >= args.size()) return usage();
+        const QString& key = args[i];
+        const QString& value = args[i + 1];
+        bool ok = false;
+        if (key == QLatin1String("--slips")) {
+            opt.slips = value.toInt(&ok);
+            ok = ok && opt.slips >= 0 && opt.slips <= 5000000;
+        } else if (key == QLatin1String("--seed")) {
+            opt.seed = value.toULongLong(&ok);
+        }
+        if (!ok) return usage();
+    }
+    DemoSummary s;
+    QString error;
+    if (!createDemoCompany(args[1], opt, &error, &s)) {
+        std::fprintf(stderr, "%s\n", qPrintable(error));
+        return 1;
+    }
+    std::fprintf(stdout, "%s\n", qPrintable(QStringLiteral(
+        "%1 に見本の会社を作成しました: 得意先 %2 (納入先 %3)、仕入先 %4、商品 %5、単価 %6、"
+        "売上伝票 %7 (明細 %8)、仕入伝票 %9 (明細 %10)、%11 秒")
+        .arg(QDir(args[1]).absolutePath()).arg(s.customers).arg(s.destinations).arg(s.suppliers)
+        .arg(s.products).arg(s.prices).arg(s.salesSlips).arg(s.salesLines).arg(s.purchaseSlips)
+        .arg(s.purchaseLines).arg(s.seconds, 0, 'f', 1)));
+    return 0;
 }

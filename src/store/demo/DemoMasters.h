@@ -1,0 +1,99 @@
+#pragma once
+// The master side of the demo company: who trades, what is sold and at which prices. Built in
+// memory first (the slips need the partners' rules and prices), written once the slips are in
+// and the office counters are known.
+#include <QHash>
+#include <QList>
+#include <QMap>
+#include <QSqlDatabase>
+#include <QString>
+#include <QStringList>
+#include <QVariantList>
+#include "ledgers/Tax.h"
+#include "store/Money.h"
+
+class DemoRandom;
+
+// The tax settings the demo company starts with (rate change 2019-09-30, 8 % then 10 %).
+TaxRates demoTaxRates();
+
+// What a partner's slips are worked out with.
+struct DemoPartnerRule {
+    short Sime = 31;
+    short Zeituuchi = 1;
+    short HsuType = 1;
+    short Hsu = 1;
+};
+
+struct DemoProduct {
+    QString code;       // stored form
+    QString name;
+    short hbn = 0;
+    short zeiFlag = 1;
+    Money uTanka;
+    Money sTanka;
+};
+
+struct DemoCustomer {
+    qint32 code = 0;
+    short tbn = 0;
+    short tan = 0;
+    qint32 seikyu = 0;   // billing customer, 0 bills itself
+    DemoPartnerRule rule;
+    int weight = 1;      // how often it buys
+    int cashPercent = 0; // share of cash slips
+    QHash<int, Money> tka;       // product index -> price
+    QList<int> tkaProducts;
+    QList<int> destinations;     // indexes into DemoMasterData::destinations
+};
+
+struct DemoDestination {
+    qint32 torCode = 0;
+    qint32 code = 0;
+    QHash<int, Money> nka;
+    QList<int> nkaProducts;
+};
+
+struct DemoSupplier {
+    qint32 code = 0;
+    short sbn = 0;
+    short tan = 0;
+    DemoPartnerRule rule;
+    int weight = 1;
+    int cashPercent = 0;
+    QHash<int, Money> ska;
+    QList<int> products;         // what it delivers
+};
+
+// Rows of one master table, ready to insert.
+struct DemoRows {
+    QString table;
+    QStringList columns;
+    QList<QVariantList> rows;
+};
+
+struct DemoMasterData {
+    int nendo = 0;
+    short sTuki = 4;
+    QList<DemoCustomer> customers;
+    QList<DemoDestination> destinations;
+    QList<DemoSupplier> suppliers;
+    QList<DemoProduct> products;
+    QList<DemoRows> tables;
+    int priceRows = 0;           // Tka + Nka + Ska
+};
+
+// Next slip numbers per office, as the slips leave them.
+struct DemoCounters {
+    QMap<short, qint32> DurNo;
+    QMap<short, qint32> DsrNo;
+};
+
+QString demoCompanyName();
+// The offices of the demo company, code -> name; office 1 first.
+QMap<short, QString> demoOffices();
+
+DemoMasterData buildDemoMasters(DemoRandom& rnd, int nendo, short sTuki);
+// Company row, tax options, offices with their counters, and every master table.
+bool writeDemoMasters(QSqlDatabase db, const DemoMasterData& data, const DemoCounters& counters,
+                      QString* error);
