@@ -1,0 +1,328 @@
+#include <gtest/gtest.h>
+#include "LedgerFixture.h"
+#include "ledgers/LedgerBatch.h"
+#include "shell/Session.h"
+
+namespace {
+
+const QString TorWhere = QStringLiteral("TorCode=? AND NouCode=? AND EigCode=1");
+const QString A = QStringLiteral("0000000000001");
+
+SlipLine line(qint64 yen, qint64 tax = 0, int zeiFlag = 1, qint64 suu = 1, const QString& hin = A)
+{
+    SlipLine l;
+    l.yen = yen;
+    l.zeiYen = tax;
+    l.zeiFlag = zeiFlag;
+    l.suu = suu;
+    l.hin = hin;
+    return l;
+}
+
+} // namespace
+
+TEST(LedgerBatch, MonthTaxIsTheRoundedTaxOfTheMonthSum)
+{
+    // 1015 + 1016 = 2031 at 10 %: 203.1 on the month, while the lines alone would give 101 + 101.
+    struct Row { int hsu; qint64 tax; } rows[] = {{1, 203}, {2, 203}, {3, 204}};
+    for (const Row& r : rows) {
+        LedgerCompany c;
+        c.addTor(100, 1, 1, r.hsu);
+        c.sale(1, QDate(2026, 5, 10), 100, 0, 5, {line(1015, 101), line(1016, 101)});
+        c.batch();
+        SCOPED_TRACE(r.hsu);
+        EXPECT_EQ(c.tto(100, 0, 5, "Gaku"), 2031);
+        EXPECT_EQ(c.tto(100, 0, 5, "KTotal"), 2031);
+        EXPECT_EQ(c.tto(100, 0, 5, "Zeigaku"), r.tax);
+        EXPECT_EQ(c.tto(100, 0, 5, "Zenkaigaku"), 0);
+        EXPECT_EQ(c.tto(100, 0, 6, "Zenkaigaku"), 2031 + r.tax);
+        EXPECT_EQ(c.tto(100, 0, 3, "Zenkaigaku"), 2031 + r.tax);
+        EXPECT_EQ(c.zan("Tto", TorWhere, {100, 0}), 2031 + r.tax);
+        EXPECT_EQ(c.tto(100, 0, 13, "Zenkaigaku"), 2031 + r.tax);
+        EXPECT_EQ(c.count("SELECT COUNT(*) FROM TtoD WHERE TorCode=100"), 13);
+        EXPECT_EQ(c.count("SELECT COUNT(*) FROM TtoD WHERE Getudo<0"), 0);
+    }
+}
+
+TEST(LedgerBatch, SecondRunAddsOnlyNewAmountsButTaxesTheWholeMonth)
+{
+    LedgerCompany c;
+    c.addTor(100);
+    c.sale(1, QDate(2026, 5, 10), 100, 0, 5, {line(1015, 101)});
+    c.batch();
+    EXPECT_EQ(c.tto(100, 0, 5, "Gaku"), 1015);
+    EXPECT_EQ(c.tto(100, 0, 5, "Zeigaku"), 101);
+    EXPECT_EQ(c.count("SELECT COUNT(*) FROM Dud WHERE ThiFlag<>0"), 0);
+
+    c.sale(2, QDate(2026, 5, 12), 100, 0, 5, {line(1016, 101)});
+    c.batch();
+    EXPECT_EQ(c.tto(100, 0, 5, "Gaku"), 2031);
+    EXPECT_EQ(c.tto(100, 0, 5, "Zeigaku"), 203);
+    EXPECT_EQ(c.zan("Tto", TorWhere, {100, 0}), 2234);
+    EXPECT_EQ(c.thi(A, 5, "UGaku"), 2031);
+
+    c.batch();   // nothing marked: nothing moves
+    EXPECT_EQ(c.tto(100, 0, 5, "Gaku"), 2031);
+    EXPECT_EQ(c.thi(A, 5, "USuu"), 2);
+}
+
+TEST(LedgerBatch, CashSaleIsReceivedAtOnce)
+{
+    LedgerCompany c;
+    c.addTor(100);
+    c.sale(1, QDate(2026, 6, 1), 100, 0, 6, {line(1000, 100)}, 1);
+    c.batch();
+    EXPECT_EQ(c.tto(100, 0, 6, "Gaku"), 1000);
+    EXPECT_EQ(c.tto(100, 0, 6, "Genkin"), 1100);
+    EXPECT_EQ(c.tto(100, 0, 6, "NTotal"), 1100);
+    EXPECT_EQ(c.tto(100, 0, 6, "Zeigaku"), 100);
+    EXPECT_EQ(c.zan("Tto", TorWhere, {100, 0}), 0);
+}
+
+TEST(LedgerBatch, DestinationSlipsRaiseTheirRowAndTheCustomersRow)
+{
+    LedgerCompany c;
+    c.addTor(100);
+    c.addNou(100, 1, 1, QStringLiteral("東倉庫"));
+    c.addNou(100, 2, 2, QStringLiteral("西店"));
+    c.sale(1, QDate(2026, 5, 10), 100, 1, 5, {line(1015, 101)});
+    c.sale(2, QDate(2026, 5, 11), 100, 2, 5, {line(1015, 101)});
+    c.batch();
+    for (int nou : {1, 2}) {
+        EXPECT_EQ(c.tto(100, nou, 5, "Gaku"), 1015) << nou;
+        EXPECT_EQ(c.tto(100, nou, 5, "Zeigaku"), 101) << nou;
+        EXPECT_EQ(c.zan("Tto", TorWhere, {100, nou}), 1116) << nou;
+    }
+    // The customer's row adds the destinations up; its tax is theirs, rounded per destination.
+    EXPECT_EQ(c.tto(100, 0, 5, "Gaku"), 2030);
+    EXPECT_EQ(c.tto(100, 0, 5, "Zeigaku"), 202);
+    EXPECT_EQ(c.zan("Tto", TorWhere, {100, 0}), 2232);
+    EXPECT_EQ(c.tto(100, 0, 13, "Zenkaigaku"), 2232);
+    EXPECT_EQ(c.count("SELECT COUNT(*) FROM TtoD WHERE TorCode=100"), 39);
+    EXPECT_EQ(c.count("SELECT COUNT(*) FROM Tto WHERE TorCode=100 AND NouCode=0 AND NouNamae=' ' AND SeiFlag=1 "
+                      "AND TorNamae='得意先100' AND TbnNamae='卸' AND Nendo=2026"), 1);
+    EXPECT_EQ(c.count("SELECT COUNT(*) FROM Tto WHERE TorCode=100 AND NouCode=2 AND NouNamae='西店' AND SeiFlag=2"), 1);
+}
+
+TEST(LedgerBatch, LineOfMonth13StaysOnRow13)
+{
+    LedgerCompany c;
+    c.addTor(100);
+    c.sale(1, QDate(2026, 5, 10), 100, 0, 5, {line(500, 50)});
+    c.sale(2, QDate(2027, 3, 25), 100, 0, 13, {line(1000, 100)});
+    c.batch();
+    EXPECT_EQ(c.tto(100, 0, 13, "Gaku"), 1000);
+    EXPECT_EQ(c.tto(100, 0, 13, "Zeigaku"), 100);
+    EXPECT_EQ(c.zan("Tto", TorWhere, {100, 0}), 550);
+    EXPECT_EQ(c.tto(100, 0, 13, "Zenkaigaku"), 550);
+}
+
+TEST(LedgerBatch, NegatedLinesAndTheirReplacementNetOut)
+{
+    LedgerCompany c;
+    c.addTor(100);
+    c.addSir(7, 1, 1, 1);
+    c.addHin(A);
+    session().TaxRateNew = Money::fromYen(5);
+    c.sale(1, QDate(2026, 5, 10), 100, 0, 5, {line(1000, 50, 1, 10)});
+    c.purchase(1, QDate(2026, 5, 10), 7, 5, {line(1000, 50, 1, 20)});
+    c.batch();
+    EXPECT_EQ(c.tsi(7, 5, "Zeigaku"), 50);
+
+    c.negate("Dur", "Dud", 1);
+    c.sale(1, QDate(2026, 5, 10), 100, 0, 5, {line(1200, 60, 1, 12)});
+    c.negate("Dsr", "Dsd", 1);
+    c.purchase(1, QDate(2026, 5, 10), 7, 5, {line(1100, 55, 1, 22)});
+    c.batch();
+    EXPECT_EQ(c.tto(100, 0, 5, "Gaku"), 1200);
+    EXPECT_EQ(c.tto(100, 0, 5, "Zeigaku"), 60);
+    EXPECT_EQ(c.thi(A, 5, "USuu"), 12);
+    EXPECT_EQ(c.thi(A, 5, "UGaku"), 1200);
+    EXPECT_EQ(c.thi(A, 5, "SSuu"), 22);
+    EXPECT_EQ(c.thi(A, 5, "TSuu"), 10);
+    EXPECT_EQ(c.tsi(7, 5, "Gaku"), 1100);
+    // The supplier's run is taxed on its net delta of 100.
+    EXPECT_EQ(c.tsi(7, 5, "Zeigaku"), 55);
+    for (const char* t : {"Dur", "Dud", "Dsr", "Dsd"})
+        EXPECT_EQ(c.count(QStringLiteral("SELECT COUNT(*) FROM %1 WHERE Dno<0").arg(QString::fromLatin1(t))), 0) << t;
+}
+
+TEST(LedgerBatch, SupplierTaxIsRoundedPerRun)
+{
+    // 5 % cut off: 10 and 10 in two runs give 0 + 0, in one run 1.
+    for (int runs : {1, 2}) {
+        LedgerCompany c;
+        session().TaxRateNew = Money::fromYen(5);
+        c.addSir(7, 1, 1, 1);
+        c.purchase(1, QDate(2026, 7, 1), 7, 7, {line(10)});
+        if (runs == 2) c.batch();
+        c.purchase(2, QDate(2026, 7, 2), 7, 7, {line(10)});
+        c.batch();
+        EXPECT_EQ(c.tsi(7, 7, "Gaku"), 20) << runs;
+        EXPECT_EQ(c.tsi(7, 7, "Zeigaku"), runs == 1 ? 1 : 0) << runs;
+    }
+}
+
+TEST(LedgerBatch, SupplierTaxByModeAndSettlement)
+{
+    LedgerCompany c;
+    c.addSir(7, 1, 1, 1);       // per invoice
+    c.addSir(8, 2, 1, 1);       // per slip: the lines' own tax
+    c.purchase(1, QDate(2026, 7, 1), 7, 7, {line(1000, 99), line(300, 30, 2)});
+    c.purchase(2, QDate(2026, 7, 1), 7, 7, {line(500, 50)}, 1);   // cash: no invoice tax
+    c.purchase(3, QDate(2026, 7, 1), 8, 7, {line(1000, 77), line(100, 9, 4)});
+    c.purchase(4, QDate(2026, 7, 1), 99, 7, {line(400, 40)});     // not in Sir
+    c.batch();
+    EXPECT_EQ(c.tsi(7, 7, "Gaku"), 1800);
+    EXPECT_EQ(c.tsi(7, 7, "Zeigaku"), 100 + 30);
+    EXPECT_EQ(c.tsi(7, 7, "Genkin"), 550);
+    EXPECT_EQ(c.tsi(8, 7, "Zeigaku"), 86);
+    EXPECT_EQ(c.tsi(99, 7, "Gaku"), 400);
+    EXPECT_EQ(c.tsi(99, 7, "Zeigaku"), 0);
+    EXPECT_EQ(c.zan("Tsi", "SirCode=99", {}), Missing);
+    EXPECT_EQ(c.zan("Tsi", "SirCode=7 AND EigCode=1", {}), 1800 + 130 - 550);
+}
+
+TEST(LedgerBatch, OtherTaxModesArePostedToo)
+{
+    // Modes 2 and 3 add the lines' stored tax (cash slips and 別計算 included); mode 4 has none.
+    struct Row { int mode; qint64 tax; } rows[] = {{2, 77 + 9 + 33}, {3, 77 + 9 + 33}, {4, 0}};
+    for (const Row& r : rows) {
+        LedgerCompany c;
+        c.addTor(200, r.mode);
+        c.sale(1, QDate(2026, 8, 3), 200, 0, 8, {line(1000, 77), line(100, 9, 4), line(210, 10, 2)});
+        c.sale(2, QDate(2026, 8, 4), 200, 0, 8, {line(330, 33)}, 1);
+        c.batch();
+        SCOPED_TRACE(r.mode);
+        EXPECT_EQ(c.tto(200, 0, 8, "Gaku"), 1640);
+        EXPECT_EQ(c.tto(200, 0, 8, "Zeigaku"), r.tax);
+        EXPECT_EQ(c.tto(200, 0, 8, "Genkin"), 363);
+        EXPECT_EQ(c.zan("Tto", TorWhere, {200, 0}), 1640 + r.tax - 363);
+        EXPECT_EQ(c.count("SELECT COUNT(*) FROM Dud WHERE ThiFlag<>0"), 0);
+    }
+}
+
+TEST(LedgerBatch, OldAndNewRateOfOneMonthAddUp)
+{
+    LedgerCompany c;
+    session().TaxChangeDate = QDate(2026, 9, 30);
+    c.addTor(100);
+    c.addSir(7);
+    c.sale(1, QDate(2026, 9, 25), 100, 0, 10, {line(1000, 80)});
+    c.sale(2, QDate(2026, 10, 5), 100, 0, 10, {line(1000, 100)});
+    c.purchase(1, QDate(2026, 9, 30), 7, 10, {line(1000, 80)});
+    c.purchase(2, QDate(2026, 10, 1), 7, 10, {line(1000, 100)});
+    c.batch();
+    EXPECT_EQ(c.tto(100, 0, 10, "Zeigaku"), 180);
+    EXPECT_EQ(c.tsi(7, 10, "Zeigaku"), 180);
+}
+
+TEST(LedgerBatch, ProductMonthIsTheDatesMonthCustomerMonthTheClosingMonth)
+{
+    LedgerCompany c(1);   // fiscal year January to December
+    c.addTor(100);
+    c.addHin(A);
+    c.sale(1, QDate(2026, 3, 25), 100, 0, 4, {line(1000, 100, 1, 5)});
+    c.batch();
+    EXPECT_EQ(c.thi(A, 3, "USuu"), 5);
+    EXPECT_EQ(c.thi(A, 4, "USuu"), 0);
+    EXPECT_EQ(c.tto(100, 0, 4, "Gaku"), 1000);
+    EXPECT_EQ(c.tto(100, 0, 3, "Gaku"), 0);
+    EXPECT_EQ(c.thi(A, 12, "TSuu"), -5);
+    EXPECT_EQ(c.zan("Thi", "HinCode=?", {A}), -5);
+}
+
+TEST(LedgerBatch, ProductStockFollowsTheFiscalYearFromApril)
+{
+    LedgerCompany c;
+    c.addTor(100);
+    c.addSir(7);
+    c.addHin(A);
+    const QString gone = QStringLiteral("0000000000099");
+    c.purchase(1, QDate(2026, 4, 2), 7, 4, {line(1000, 100, 1, 100)});
+    c.sale(1, QDate(2026, 4, 20), 100, 0, 4, {line(700, 70, 1, 30)});
+    c.sale(2, QDate(2027, 2, 10), 100, 0, 2, {line(200, 20, 1, 10), line(50, 5, 1, 1, gone)});
+    const QStringList texts = c.batch();
+
+    EXPECT_EQ(c.thi(A, 4, "SSuu"), 100);
+    EXPECT_EQ(c.thi(A, 4, "STotal"), 1000);
+    EXPECT_EQ(c.thi(A, 4, "UGaku"), 700);
+    EXPECT_EQ(c.thi(A, 4, "UTotal"), 1000);   // grows by the purchases
+    EXPECT_EQ(c.thi(A, 4, "TSuu"), 70);
+    EXPECT_EQ(c.thi(A, 4, "ZSuu"), 70);
+    EXPECT_EQ(c.thi(A, 1, "TSuu"), 70);
+    EXPECT_EQ(c.thi(A, 2, "TSuu"), 60);
+    EXPECT_EQ(c.thi(A, 2, "UTotal"), 0);
+    EXPECT_EQ(c.thi(A, 3, "TSuu"), 60);
+    EXPECT_EQ(c.thi(A, 13, "TSuu"), 0);
+    EXPECT_EQ(c.zan("Thi", "HinCode=?", {A}), 60);
+    EXPECT_EQ(c.count("SELECT COUNT(*) FROM Thi WHERE HinCode=? AND HinNamae=?", {A, QStringLiteral("商品") + A}), 1);
+    // A code gone from the product master gets its month rows but no head.
+    EXPECT_EQ(c.count("SELECT COUNT(*) FROM ThiD WHERE HinCode=?", {gone}), 13);
+    EXPECT_EQ(c.count("SELECT COUNT(*) FROM Thi WHERE HinCode=?", {gone}), 0);
+
+    // April is posted before February: its chain runs to March, then February's.
+    QStringList chain;
+    for (const QString& t : texts)
+        if (t.startsWith(QStringLiteral("商品台帳：Step 8 "))) chain << t.mid(12);
+    EXPECT_EQ(chain.join(QLatin1Char(',')), QStringLiteral("5,6,7,8,9,10,11,12,1,2,3,3"));
+}
+
+TEST(LedgerBatch, NothingMarkedShowsThePhasesAndChangesNothing)
+{
+    LedgerCompany c;
+    c.addTor(100);
+    c.sale(1, QDate(2026, 5, 10), 100, 0, 5, {line(1000, 100)});
+    c.batch();
+    const QStringList before = c.dump();
+    EXPECT_EQ(c.batch(), QStringList({QStringLiteral("商品台帳処理中"), QStringLiteral("売上伝票処理中"),
+                                      QStringLiteral("仕入伝票処理中")}));
+    EXPECT_EQ(c.dump(), before);
+}
+
+TEST(LedgerBatch, FailureInTheLastPhaseLeavesTheStoreAsItWas)
+{
+    LedgerCompany c;
+    c.addTor(100);
+    c.addNou(100, 1, 1);
+    c.addSir(7);
+    c.sale(1, QDate(2026, 5, 10), 100, 0, 5, {line(1000, 100)});
+    c.purchase(1, QDate(2026, 5, 10), 7, 5, {line(500, 50)});
+    c.batch();
+    c.negate("Dur", "Dud", 1);
+    c.sale(1, QDate(2026, 5, 10), 100, 1, 5, {line(1300, 130)});
+    c.sale(2, QDate(2026, 6, 10), 100, 0, 6, {line(100, 10)}, 1);
+    c.purchase(2, QDate(2026, 6, 10), 7, 6, {line(800, 80)});
+    c.exec("CREATE TRIGGER slip.StopSupplier BEFORE INSERT ON TsiD BEGIN SELECT RAISE(ABORT, 'stopped'); END");
+    const QStringList before = c.dump();
+
+    QStringList texts;
+    QString error;
+    EXPECT_FALSE(runLedgerProcessing([&](const QString& t) { texts << t; }, &error));
+    EXPECT_TRUE(error.startsWith(QStringLiteral("エラー："))) << error.toStdString();
+    EXPECT_TRUE(error.contains(QStringLiteral("stopped"))) << error.toStdString();
+    EXPECT_TRUE(texts.contains(QStringLiteral("仕入伝票処理中")));   // it did get that far
+    EXPECT_EQ(c.dump(), before);
+
+    c.exec("DROP TRIGGER slip.StopSupplier");
+    c.batch();
+    EXPECT_EQ(c.tto(100, 0, 5, "Gaku"), 1300);
+    EXPECT_EQ(c.tto(100, 1, 5, "Gaku"), 1300);
+    EXPECT_EQ(c.tto(100, 0, 6, "Genkin"), 110);
+    EXPECT_EQ(c.tsi(7, 6, "Gaku"), 800);
+    EXPECT_EQ(c.count("SELECT COUNT(*) FROM Dud WHERE ThiFlag<>0 OR Dno<0"), 0);
+}
+
+TEST(LedgerBatch, SalesOfAnotherOfficeMissTheCustomerLedgerButLoseTheirMark)
+{
+    LedgerCompany c;
+    c.addTor(100);
+    c.addSir(7);
+    c.sale(1, QDate(2026, 5, 10), 100, 0, 5, {line(1000, 100)}, 0, 2);
+    c.purchase(1, QDate(2026, 5, 10), 7, 5, {line(500, 50)}, 0, 2);
+    c.batch();
+    EXPECT_EQ(c.count("SELECT COUNT(*) FROM TtoD"), 0);
+    EXPECT_EQ(c.thi(A, 5, "USuu", 2), 1);
+    EXPECT_EQ(c.tsi(7, 5, "Gaku", 2), 500);
+    EXPECT_EQ(c.count("SELECT COUNT(*) FROM Dud WHERE ThiFlag<>0"), 0);
+}
