@@ -95,9 +95,9 @@ QList<TableDef> build()
         def("Zip7", F::Master, "Code:L Addr:T60", "", "Code"),
         // slip file
         def("Dur", F::Slip, kSalesHead, "Dno EigCode", "TorCode"),
-        def("Dud", F::Slip, dud, "Dno Eda EigCode", "ThiFlag Getudo TorCode HinCode"),
+        def("Dud", F::Slip, dud, "Dno Eda EigCode", "ThiFlag Getudo TorCode,Getudo HinCode"),
         def("Dsr", F::Slip, dsr, "Dno EigCode", "SirCode"),
-        def("Dsd", F::Slip, dsd + " SizNamae:T20 IriSuu:L TniCode:S", "Dno Eda EigCode", "ThiFlag Getudo SirCode HinCode"),
+        def("Dsd", F::Slip, dsd + " SizNamae:T20 IriSuu:L TniCode:S", "Dno Eda EigCode", "ThiFlag Getudo SirCode,Getudo HinCode"),
         def("Dny", F::Slip, "Dno:L Eda:S EigCode:S Hizuke:D TanCode:S TbnCode:S TorCode:L NouCode:L Kubun:S Nnaiyo:T30 NGaku:M NNo:L Getudo:S",
             "Dno Eda EigCode", "Getudo TorCode"),
         def("Dsh", F::Slip, "Dno:L Eda:S EigCode:S Hizuke:D TanCode:S SbnCode:S SirCode:L Kubun:S Snaiyo:T30 sGaku:M SNo:L Getudo:S",
@@ -165,8 +165,11 @@ QStringList createStatements(const TableDef& t, const QString& schema)
         parts << QStringLiteral("PRIMARY KEY (%1)").arg(t.key.join(QStringLiteral(", ")));
     QStringList out;
     out << QStringLiteral("CREATE TABLE %1%2 (%3) STRICT").arg(prefix, t.name, parts.join(QStringLiteral(", ")));
+    // "A,B" is one index over both columns (partner then month: the ledger postings' lookups).
     for (const QString& ix : t.indexes)
-        out << QStringLiteral("CREATE INDEX %1ix_%2_%3 ON %2 (%3)").arg(prefix, t.name, ix);
+        out << QStringLiteral("CREATE INDEX %1ix_%2_%3 ON %2 (%4)")
+                   .arg(prefix, t.name, QString(ix).replace(QLatin1Char(','), QLatin1Char('_')),
+                        QString(ix).replace(QLatin1Char(','), QStringLiteral(", ")));
     return out;
 }
 
