@@ -6,6 +6,8 @@
 #include "store/SysFunc_frm.h"
 #include "shell/Nendo_frm.h"
 #include "shell/myHistory_frm.h"
+#include "slips/Slip_frm.h"
+#include "slips/SlipSelect_frm.h"
 
 // Each screen adds one line here: registerScreen("Name_frm", [] { return new Name_frm; });
 void registerAllScreens()
@@ -17,4 +19,6 @@ void registerAllScreens()
     registerScreen("Opt_frm", [] { return new Opt_frm; });
     registerScreen("Nendo_frm", [] { return new Nendo_frm; });
     registerScreen("myHistory_frm", [] { return new myHistory_frm; });
+    registerScreen("Slip_frm", [] { return new Slip_frm; });
+    registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
 }

@@ -1,0 +1,246 @@
+// The layout of Slip_frm: head fields, the grid of six rows with its scroll bar, totals and buttons.
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QVBoxLayout>
+
+#include "entry/KeyCodes.h"
+#include "entry/QtFormBuilder.h"
+#include "shell/Session.h"
+#include "slips/Slip_frm.h"
+
+namespace {
+QLabel* framed(QWidget* parent, Qt::Alignment align = Qt::AlignLeft | Qt::AlignVCenter)
+{
+    auto* l = new QLabel(parent);
+    l->setFrameShape(QFrame::Panel);
+    l->setFrameShadow(QFrame::Sunken);
+    l->setAlignment(align);
+    l->setTextFormat(Qt::PlainText);
+    return l;
+}
+}  // namespace
+
+void Slip_frm::build()
+{
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(14, 10, 14, 10);
+    outer->setSpacing(8);
+
+    auto* top = new QHBoxLayout;
+    title_ = new QLabel(ed_.title(), this);
+    title_->setFont(screenFont(16));
+    office_ = framed(this, Qt::AlignCenter);
+    office_->setText(session().EigNamae.trimmed());
+    office_->setMinimumWidth(140);
+    office_->installEventFilter(this);
+    mode_ = framed(this, Qt::AlignCenter);
+    mode_->setMinimumWidth(70);
+    top->addWidget(title_);
+    top->addStretch(1);
+    top->addWidget(office_);
+    top->addWidget(mode_);
+    outer->addLayout(top);
+    outer->addWidget(buildHead());
+    outer->addWidget(buildGrid());
+    outer->addWidget(buildFoot());
+
+    tip_ = new QLabel(this);
+    tip_->setObjectName(QStringLiteral("ToolTipTextBox"));
+    tip_->setStyleSheet(QStringLiteral("background:#ffffe1; border:1px solid #808080; padding:2px;"));
+    tip_->hide();
+
+    for (QLineEdit* b : ebox_) b->installEventFilter(this);
+    for (QComboBox* c : cbox_) c->installEventFilter(this);
+}
+
+QWidget* Slip_frm::buildHead()
+{
+    auto* w = new QWidget(this);
+    auto* g = new QGridLayout(w);
+    g->setContentsMargins(0, 0, 0, 0);
+    g->setHorizontalSpacing(8);
+    g->setVerticalSpacing(6);
+    const int half = QFontMetrics(font()).horizontalAdvance(QLatin1Char('0'));
+    const char* tags[] = {"00_N#####0", "01_N####", "02_N##", "03_N##", "09_N#####0", "10_S32"};
+    const int widths[] = {8, 6, 4, 4, 8, 34};
+    for (int i = 0; i < 6; ++i) {
+        auto* b = new QLineEdit(w);
+        b->setProperty("Tag", QString::fromLatin1(tags[i]));
+        b->setFixedWidth(half * widths[i] + 12);
+        ebox_ << b;
+    }
+    const int listWidths[] = {16, 30, 20, 8, 14};
+    for (int i = 0; i < 5; ++i) {
+        auto* c = new QComboBox(w);
+        c->setFixedWidth(half * listWidths[i] + 30);
+        cbox_ << c;
+    }
+    auto caption = [&](const QString& t) { return new QLabel(t, w); };
+    auto date = new QHBoxLayout;
+    date->setSpacing(4);
+    date->addWidget(ebox_[YearBox]);
+    date->addWidget(caption(QStringLiteral("年")));
+    date->addWidget(ebox_[MonthBox]);
+    date->addWidget(caption(QStringLiteral("月")));
+    date->addWidget(ebox_[DayBox]);
+    date->addWidget(caption(QStringLiteral("日")));
+    weekday_ = framed(w, Qt::AlignCenter);
+    weekday_->setMinimumWidth(half * 6);
+    date->addWidget(weekday_);
+    date->addStretch(1);
+
+    g->addWidget(caption(QStringLiteral("伝票No.")), 0, 0);
+    g->addWidget(ebox_[DnoBox], 0, 1);
+    g->addWidget(caption(QStringLiteral("日付")), 0, 2);
+    g->addLayout(date, 0, 3, 1, 3);
+
+    g->addWidget(caption(ed_.classCaption()), 1, 0);
+    g->addWidget(cbox_[ClassList], 1, 1);
+    g->addWidget(caption(ed_.partnerCaption()), 1, 2);
+    g->addWidget(cbox_[PartnerList], 1, 3);
+    auto* simeBox = new QHBoxLayout;
+    sime_ = framed(w, Qt::AlignCenter);
+    sime_->setMinimumWidth(half * 4);
+    zei_ = framed(w, Qt::AlignCenter);
+    zei_->setMinimumWidth(half * 10);
+    simeBox->addWidget(caption(QStringLiteral("締日")));
+    simeBox->addWidget(sime_);
+    simeBox->addSpacing(10);
+    simeBox->addWidget(caption(QStringLiteral("税通知")));
+    simeBox->addWidget(zei_);
+    simeBox->addStretch(1);
+    g->addLayout(simeBox, 1, 4, 1, 2);
+
+    nouCaption_ = caption(QStringLiteral("納入先"));
+    g->addWidget(nouCaption_, 2, 0);
+    g->addWidget(cbox_[NouList], 2, 1);
+    g->addWidget(caption(QStringLiteral("取引")), 2, 2);
+    auto* deal = new QHBoxLayout;
+    deal->addWidget(cbox_[KubunList]);
+    deal->addSpacing(10);
+    deal->addWidget(caption(QStringLiteral("担当者")));
+    deal->addWidget(cbox_[TanList]);
+    deal->addStretch(1);
+    g->addLayout(deal, 2, 3, 1, 3);
+
+    g->addWidget(caption(QStringLiteral("請求No.")), 3, 0);
+    g->addWidget(ebox_[SNoBox], 3, 1);
+    g->addWidget(caption(QStringLiteral("摘要")), 3, 2);
+    g->addWidget(ebox_[TekiyoBox], 3, 3, 1, 3);
+    g->setColumnStretch(5, 1);
+    return w;
+}
+
+QWidget* Slip_frm::buildGrid()
+{
+    auto* w = new QWidget(this);
+    auto* g = new QGridLayout(w);
+    g->setContentsMargins(0, 6, 0, 0);
+    g->setHorizontalSpacing(2);
+    g->setVerticalSpacing(2);
+    const int half = QFontMetrics(font()).horizontalAdvance(QLatin1Char('0'));
+    const QString heads[] = {QStringLiteral("行"), QStringLiteral("区分"), QStringLiteral("商品コード"),
+                             QStringLiteral("商品名"), QStringLiteral("数量"),
+                             ed_.sales() ? QStringLiteral("原単価") : QStringLiteral("売単価"), QStringLiteral("単価"),
+                             ed_.sales() ? QStringLiteral("原価金額") : QStringLiteral("売価金額"),
+                             QStringLiteral("金額"), QStringLiteral("消費税"), QStringLiteral("税区分")};
+    for (int c = 0; c < 11; ++c) {
+        auto* h = new QLabel(heads[c], w);
+        h->setAlignment(Qt::AlignCenter);
+        h->setFrameShape(QFrame::Panel);
+        h->setFrameShadow(QFrame::Raised);
+        g->addWidget(h, 0, c);
+    }
+    const int widths[GridFieldCount] = {9, 14, 28, 7, 12, 12, 12, 12, 8};
+    for (int r = 0; r < SlipEditor::RowCount; ++r) {
+        lineNo_[r] = framed(w, Qt::AlignCenter);
+        lineNo_[r]->setFixedWidth(half * 3 + 8);
+        g->addWidget(lineNo_[r], r + 1, 0);
+        for (int f = 0; f < GridFieldCount; ++f) {
+            QWidget* cell;
+            if (f == fKubun) {
+                auto* c = new QComboBox(w);
+                c->addItems(ed_.lineKinds());
+                c->setCurrentIndex(-1);
+                connect(c, &QComboBox::activated, this, [this, r](int) {
+                    pushRows();
+                    showTip(ed_.tipText(SlipEditor::TipField::KindChosen, r), cells_[r][fKubun]);
+                });
+                cell = c;
+            } else {
+                auto* b = new QLineEdit(w);
+                if (f >= fSuu) b->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+                if (f == fHinNamae) b->setMaxLength(30);
+                cell = b;
+            }
+            cell->setFixedWidth(half * widths[f] + (f == fKubun ? 30 : 12));
+            cell->installEventFilter(this);
+            cells_[r][f] = cell;
+            gridOf_.insert(cell, {GridField(f), r});
+            g->addWidget(cell, r + 1, f + 1);
+        }
+        zeiInfo_[r] = framed(w, Qt::AlignCenter);
+        zeiInfo_[r]->setFixedWidth(half * 7 + 8);
+        g->addWidget(zeiInfo_[r], r + 1, 10);
+    }
+    bar_ = new QScrollBar(Qt::Vertical, w);
+    bar_->setObjectName(QStringLiteral("Bar"));
+    bar_->setRange(0, SlipEditor::MaxBar);
+    bar_->setPageStep(1);
+    bar_->setFocusPolicy(Qt::NoFocus);
+    connect(bar_, &QScrollBar::valueChanged, this, [this](int v) {
+        if (pulling_) return;
+        onEditor([&] { ed_.scrollTo(v); });
+    });
+    g->addWidget(bar_, 1, 11, SlipEditor::RowCount, 1);
+    return w;
+}
+
+QWidget* Slip_frm::buildFoot()
+{
+    auto* w = new QWidget(this);
+    auto* v = new QVBoxLayout(w);
+    v->setContentsMargins(0, 4, 0, 0);
+    auto* sums = new QHBoxLayout;
+    const QString captions[] = {QStringLiteral("税抜合計額"), QStringLiteral("消費税額"), QStringLiteral("総合計額"),
+                                QStringLiteral("粗利益"), QStringLiteral("粗利率")};
+    const int half = QFontMetrics(font()).horizontalAdvance(QLatin1Char('0'));
+    sums->addStretch(1);
+    for (int i = 0; i < 5; ++i) {
+        sums->addWidget(new QLabel(captions[i], w));
+        totals_[i] = framed(w, Qt::AlignRight | Qt::AlignVCenter);
+        totals_[i]->setFixedWidth(half * (i == 4 ? 8 : 12) + 10);
+        sums->addWidget(totals_[i]);
+        sums->addSpacing(8);
+    }
+    v->addLayout(sums);
+
+    auto* buttons = new QHBoxLayout;
+    const QString names[CommandCount] = {QStringLiteral("画面消去(F1)"), QStringLiteral("伝票削除(F2)"),
+                                         QStringLiteral("行削除(F3)"),  QStringLiteral("行挿入(F4)"),
+                                         QStringLiteral("一覧(F6)"),    QStringLiteral("保存(F10)"),
+                                         QStringLiteral("ﾒﾆｭｰに戻る(Esc)")};
+    for (int i = 0; i < CommandCount; ++i) {
+        commands_[i] = new QPushButton(names[i], w);
+        commands_[i]->setFocusPolicy(Qt::NoFocus);
+        buttons->addWidget(commands_[i]);
+    }
+    commands_[LineDelCmd]->setObjectName(QStringLiteral("lineDel"));
+    commands_[LineInsCmd]->setObjectName(QStringLiteral("lineIns"));
+    connect(commands_[ClearCmd], &QPushButton::clicked, this, [this] { doFunctionKey(vbKeyF1); });
+    connect(commands_[DeleteCmd], &QPushButton::clicked, this, [this] { deleteByButton(); });
+    connect(commands_[LineDelCmd], &QPushButton::clicked, this, [this] { lineDelete(lastRow_); });
+    connect(commands_[LineInsCmd], &QPushButton::clicked, this, [this] { lineInsert(lastRow_); });
+    connect(commands_[SaveCmd], &QPushButton::clicked, this, [this] { doFunctionKey(vbKeyF10); });
+    connect(commands_[CloseCmd], &QPushButton::clicked, this, [this] { close(); });
+    v->addLayout(buttons);
+    message_ = framed(w);
+    v->addWidget(message_);
+    return w;
+}
+

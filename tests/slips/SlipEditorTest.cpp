@@ -1,0 +1,269 @@
+#include "slips/SlipFixture.h"
+
+namespace {
+QString t(const QString& s) { return s.trimmed(); }
+}
+
+TEST_F(SlipTest, PricesFollowTheirPrecedenceWithoutChain)
+{
+    struct Case {
+        const char* kind; qint64 partner; std::optional<qint64> nou; const char* code;
+        const char* tanka; const char* stanka;
+    } cases[] = {
+        {"Dur", 1, {}, "1001", "900.00", "600.00"},     // customer price
+        {"Dur", 1, 5, "1002", "1,800.00", "1,500.00"},  // destination price before everything
+        {"Dur", 1, 5, "1001", "1,000.00", "600.00"},    // destination without a price: Tka not consulted
+        {"Dur", 2, {}, "1002", "2,000.00", "1,500.00"}, // no customer price
+        {"Dsr", 1, {}, "1001", "550.00", "1,000.00"},   // supplier price; counter price is the selling one
+        {"Dsr", 1, {}, "1002", "1,500.00", "2,000.00"},
+    };
+    for (const Case& c : cases) {
+        SlipEditor ed(c.kind);
+        startSlip(ed, "0", c.partner, c.nou);
+        ed.rows[0].fKubun = 0;
+        ed.rows[0].fHinCode = c.code;
+        ASSERT_TRUE(ed.loadProductToLine(0)) << c.code;
+        EXPECT_EQ(t(ed.rows[0].fTanka), c.tanka) << c.kind << c.partner << c.code;
+        EXPECT_EQ(t(ed.rows[0].fSTanka), c.stanka) << c.kind << c.partner << c.code;
+        EXPECT_EQ(t(ed.rows[0].fSuu), "1");
+        EXPECT_EQ(ed.lines[0].HinCode, c.code);
+    }
+}
+
+TEST_F(SlipTest, DittoCopiesTheLineAboveAndUnknownCodesStay)
+{
+    SlipEditor ed("Dur");
+    startSlip(ed, "0", 2);
+    ed.rows[0].fKubun = 0;
+    ed.rows[0].fHinCode = "=";   // nothing above line 1: looked up as a code
+    EXPECT_FALSE(ed.loadProductToLine(0));
+    EXPECT_EQ(ed.rows[0].fHinNamae, "");
+    ed.rows[0].fHinCode = "0001001";
+    ASSERT_TRUE(ed.loadProductToLine(0));
+    EXPECT_EQ(ed.rows[0].fHinCode, "1001");   // display form
+    ed.rows[1].fKubun = 0;
+    ed.rows[1].fHinCode = " = ";
+    ASSERT_TRUE(ed.loadProductToLine(1));
+    EXPECT_EQ(ed.rows[1].fHinCode, "1001");
+    EXPECT_EQ(ed.rows[1].fHinNamae, "ボールペン");
+    ed.rows[2].fHinCode = "9999";
+    EXPECT_FALSE(ed.loadProductToLine(2));
+    EXPECT_EQ(ed.rows[2].fHinNamae, "");
+}
+
+TEST_F(SlipTest, TaxByTheCustomersNotification)
+{
+    struct Case {
+        qint64 partner; QStringList codes; QStringList zei; const char* net; const char* zeiTotal;
+        const char* total;
+    } cases[] = {
+        // per delivery slip: one tax on the first outside-tax line
+        {2, {"1001", "1002"}, {"150", "0"}, "3,000", "150", "3,150"},
+        // per invoice: no tax on outside-tax lines; an inside-tax line still divides
+        {3, {"1001", "1002"}, {"0", "0"}, "3,000", "0", "3,000"},
+        {3, {"1003"}, {"50"}, "1,000", "50", "1,050"},
+        // per line
+        {1, {"1001", "1003", "1004"}, {"45", "50", "0"}, "1,984", "95", "2,079"},
+        // exempt as per invoice
+        {4, {"1001", "1003"}, {"0", "50"}, "2,000", "50", "2,050"},
+    };
+    for (const Case& c : cases) {
+        SlipEditor ed("Dur");
+        startSlip(ed, "0", c.partner);
+        for (int r = 0; r < c.codes.size(); ++r) typeLine(ed, r, c.codes[r]);
+        for (int r = 0; r < c.zei.size(); ++r)
+            EXPECT_EQ(t(ed.rows[r].fZei), c.zei[r]) << c.partner << " row " << r;
+        EXPECT_EQ(t(ed.totals.net), c.net) << c.partner;
+        EXPECT_EQ(t(ed.totals.zei), c.zeiTotal) << c.partner;
+        EXPECT_EQ(t(ed.totals.total), c.total) << c.partner;
+    }
+    // The inside-tax line of 1,050: Zei 50, Net 1,000 in the record too.
+    SlipEditor ed("Dur");
+    startSlip(ed, "0", 3);
+    typeLine(ed, 0, "1003");
+    EXPECT_EQ(ed.lines[0].Net, Money::fromYen(1000));
+    EXPECT_EQ(ed.lines[0].Zei, Money::fromYen(50));
+    EXPECT_EQ(t(ed.rows[0].fGaku), "1,050");
+}
+
+TEST_F(SlipTest, TypedTaxIsKeptPerLineAndWipedForExemptPartners)
+{
+    for (auto [partner, expect] : {std::pair{1, "77"}, std::pair{4, "0"}}) {
+        SlipEditor ed("Dur");
+        startSlip(ed, "0", partner);
+        typeLine(ed, 0, "1001");
+        ed.rows[0].fZei = "77";
+        ed.typeLineTax(0);
+        EXPECT_EQ(ed.lines[0].ZeiFlag, 4);
+        EXPECT_EQ(t(ed.totals.zei), expect) << partner;
+        EXPECT_EQ(t(ed.rows[0].ZeiInfo), "別計算");
+    }
+}
+
+TEST_F(SlipTest, GrossMarginAndRateBothSides)
+{
+    SlipEditor sales("Dur");
+    startSlip(sales, "0", 1);
+    typeLine(sales, 0, "1001", "2");          // 2 x 900, cost 2 x 600
+    EXPECT_EQ(t(sales.totals.profit), "600");
+    EXPECT_EQ(t(sales.totals.rate), "33.33");
+    typeLine(sales, 1, "1003");               // inside tax: its counter amount counts as tax-inclusive
+    // net 1800 + 1000, other 1200 + (700 - 50)
+    EXPECT_EQ(t(sales.totals.profit), "950");
+    EXPECT_EQ(t(sales.totals.rate), "33.93");
+
+    SlipEditor buy("Dsr");
+    startSlip(buy, "0", 1);
+    typeLine(buy, 0, "1001", "-2");           // a return: 2 x 550 back, selling price 2 x 1000
+    EXPECT_EQ(t(buy.totals.net), "-1,100");
+    EXPECT_EQ(t(buy.totals.profit), "-900");
+    EXPECT_EQ(t(buy.totals.rate), "45.00");   // (-2000 + 1100) / -2000
+
+    SlipEditor none("Dur");
+    startSlip(none, "0", 1);
+    typeLine(none, 0, "1001", "1", "0");      // no net amount
+    EXPECT_EQ(none.totals.rate, "***.**");
+}
+
+TEST_F(SlipTest, QuantityTimesFractionalPriceAsksFixOrIgnore)
+{
+    SlipEditor ed("Dur");
+    startSlip(ed, "0", 2);
+    typeLine(ed, 0, "1001");
+    typeLine(ed, 1, "1005", "3");
+    EXPECT_EQ(t(ed.rows[1].fGaku), "100");    // 99.99 rounded on the line
+    typeLine(ed, 2, "1002");
+    ed.rows[2].fGaku = "1,999";               // a second mismatch is never asked about
+
+    dlg.askAnswers = {true};                  // "修正"
+    EXPECT_EQ(ed.checkSlip(), SlipFocus::FirstRowKind);
+    dlg.askAnswers = {false};                 // "無視"
+    EXPECT_EQ(ed.checkSlip(), SlipFocus::None);
+    EXPECT_EQ(dlg.of("Ask"), QStringList(2, "2行で金額が個数×単価でありません。"));
+
+    // Amounts typed beside a "*" quantity belong to the clerk.
+    ed.rows[1].fSuu = "3*";
+    ed.rows[1].fGaku = "120";
+    ed.rows[2].fGaku = "2,000";
+    ed.work(1);
+    EXPECT_EQ(t(ed.rows[1].fGaku), "120");
+    EXPECT_EQ(ed.checkSlip(), SlipFocus::None);
+    EXPECT_EQ(dlg.of("Ask").size(), 2);
+}
+
+TEST_F(SlipTest, HeadChecksInOrder)
+{
+    SlipEditor ed("Dur");
+    startSlip(ed, "0", 1);                     // has destination 5
+    typeLine(ed, 0, "1001");
+    struct Case { std::function<void(SlipEditor&)> change; SlipFocus focus; const char* text; } cases[] = {
+        {[](SlipEditor& e) { e.head.Dno = " "; }, SlipFocus::Number, "伝票番号が不正です。"},
+        {[](SlipEditor& e) { e.head.Day = "31"; e.head.Month = "6"; }, SlipFocus::Year, "日付が不正です。"},
+        {[](SlipEditor& e) { e.head.Partner.reset(); }, SlipFocus::Partner, "得意先が記入されていません。"},
+        {[](SlipEditor& e) { e.head.Partner = 0; }, SlipFocus::Partner, "得意先が記入されていません。"},
+        {[](SlipEditor&) {}, SlipFocus::Nou, "納入先が記入されていません。"},
+        {[](SlipEditor& e) { e.head.NouCode = 5; }, SlipFocus::None, nullptr},
+    };
+    for (const Case& c : cases) {
+        SlipEditor e = ed;
+        dlg.log.clear();
+        c.change(e);
+        EXPECT_EQ(e.checkSlip(), c.focus) << (c.text ? c.text : "pass");
+        EXPECT_EQ(dlg.of("Tell"), c.text ? QStringList{c.text} : QStringList());
+    }
+    // A customer without destinations passes with none chosen.
+    SlipEditor other("Dur");
+    startSlip(other, "0", 2);
+    typeLine(other, 0, "1001");
+    EXPECT_EQ(other.checkSlip(), SlipFocus::None);
+    SlipEditor buy("Dsr");
+    startSlip(buy, "0", 1);
+    buy.head.Partner.reset();
+    EXPECT_EQ(buy.checkSlip(), SlipFocus::Partner);
+    EXPECT_EQ(dlg.of("Tell").last(), "仕入先が記入されていません。");
+}
+
+TEST_F(SlipTest, PartnerCopiesItsSettingsAndTheNoticeWordsDiffer)
+{
+    SlipEditor ed("Dur");
+    clear(ed);
+    ed.head.Dno = "0";
+    ed.enterNumber();
+    ed.head.Partner = 1;
+    EXPECT_TRUE(ed.partnerChosen());
+    EXPECT_EQ(ed.head.ClassCode, 1);
+    EXPECT_EQ(ed.head.TanCode, 2);
+    EXPECT_EQ(ed.simeText, "31");
+    EXPECT_EQ(ed.zeiNotice, "明細毎");
+    ASSERT_EQ(ed.nouEntries.size(), 1);
+    EXPECT_EQ(ed.nouEntries[0].code, 5);
+    EXPECT_EQ(ed.Getudo, "5");
+    // Customer 2 closes on the 20th: the 25th belongs to the next month.
+    ed.head.Partner = 2;
+    ed.head.Day = "25";
+    ed.nouEntries.clear();
+    EXPECT_TRUE(ed.partnerChosen());
+    EXPECT_EQ(ed.zeiNotice, "納品書毎");
+    EXPECT_EQ(ed.Getudo, "6");
+    EXPECT_TRUE(ed.nouEntries.isEmpty());
+    // Exempt is undefined while typing and named only on a displayed slip.
+    ed.head.Partner = 4;
+    ed.partnerChosen();
+    EXPECT_EQ(ed.zeiNotice, "未定義");
+    EXPECT_EQ(SlipEditor::zeiNoticeText(4, true), "免税");
+    EXPECT_EQ(SlipEditor::zeiNoticeText(0, true), "未定義");
+    // A date outside the target year is refused.
+    ed.head.Year = "2027";
+    ed.head.Month = "4";
+    ed.head.Day = "1";
+    EXPECT_FALSE(ed.partnerChosen());
+    EXPECT_EQ(dlg.of("Tell").last(), "対象年度の範囲内ではありません。");
+    // The customer list shows the shop name.
+    ed.head.Partner.reset();
+    ed.head.ClassCode = 1;
+    ed.classLeft();
+    ASSERT_EQ(ed.partnerEntries.size(), 2);
+    EXPECT_EQ(ed.partnerEntries[1].text, "東京商事･本店");
+}
+
+TEST_F(SlipTest, FifteenLinesInsertRefusedDeleteClosesUp)
+{
+    SlipEditor ed("Dur");
+    startSlip(ed, "0", 2);
+    for (int i = 0; i < SlipEditor::LineCount; ++i) {
+        ed.scrollTo(std::max(0, i - 5));
+        typeLine(ed, i - ed.Bar, i % 2 ? "1002" : "1001");
+    }
+    EXPECT_EQ(ed.Bar, 9);
+    EXPECT_EQ(ed.rows[5].LineNo, "15");
+    EXPECT_EQ(t(ed.totals.net), "22,000");       // 8 x 1000 + 7 x 2000
+    EXPECT_FALSE(ed.insertLine(0));
+    EXPECT_EQ(dlg.of("Tell"), QStringList{"行がいっぱいです。"});
+
+    ed.scrollTo(0);
+    ed.deleteLine(1);                             // line 2 goes, the rest close up
+    EXPECT_EQ(ed.lines[1].HinCode, "1001");
+    EXPECT_TRUE(ed.lines[14].isEmpty());
+    EXPECT_EQ(ed.lines[14].Kubun, -1);
+    EXPECT_EQ(t(ed.totals.net), "20,000");
+    ASSERT_TRUE(ed.insertLine(0));
+    EXPECT_TRUE(ed.lines[0].isEmpty());
+    EXPECT_EQ(ed.lines[1].HinCode, "1001");
+    EXPECT_EQ(ed.rows[0].fHinCode, "");
+    EXPECT_EQ(ed.rows[1].LineNo, "2");
+}
+
+TEST(SlipTips, RemindOfTheMinusByKind)
+{
+    using T = SlipEditor::TipField;
+    struct Case { int kind; T field; const char* text; } cases[] = {
+        {1, T::Suu, "マイナスで入力"}, {1, T::Tanka, ""}, {2, T::Tanka, "マイナスで入力"}, {2, T::Suu, ""},
+        {1, T::KindChosen, "数量をマイナスで入力"}, {2, T::KindChosen, "単価をマイナスで入力"},
+        {0, T::KindChosen, ""}, {3, T::Suu, ""},
+    };
+    SlipEditor ed("Dur");
+    for (const Case& c : cases) {
+        ed.rows[3].fKubun = c.kind;
+        EXPECT_EQ(ed.tipText(c.field, 3), c.text) << c.kind;
+    }
+}
