@@ -2,6 +2,12 @@
 #include "entry/Help_frm.h"
 #include "masters/ms_frm.h"
 #include "masters/Tan_frm.h"
+#include "masters/Deal_frm.h"
+#include "masters/Nou_frm.h"
+#include "masters/Hin_frm.h"
+#include "masters/Price_frm.h"
+#include "masters/PriceNka_frm.h"
+#include "masters/Kaisya_frm.h"
 #include "store/Opt_frm.h"
 #include "store/SysFunc_frm.h"
 #include "shell/Nendo_frm.h"
@@ -15,6 +21,12 @@ void registerAllScreens()
     installHelpForm();
     registerScreen("ms_frm", [] { return new ms_frm; });
     registerScreen("Tan_frm", [] { return new Tan_frm; });
+    registerScreen("Deal_frm", [] { return new Deal_frm; });
+    registerScreen("Nou_frm", [] { return new Nou_frm; });
+    registerScreen("Hin_frm", [] { return new Hin_frm; });
+    registerScreen("Price_frm", [] { return new Price_frm; });
+    registerScreen("PriceNka_frm", [] { return new PriceNka_frm; });
+    registerScreen("Kaisya_frm", [] { return new Kaisya_frm; });
     registerScreen("SysFunc_frm", [] { return new SysFunc_frm; });
     registerScreen("Opt_frm", [] { return new Opt_frm; });
     registerScreen("Nendo_frm", [] { return new Nendo_frm; });

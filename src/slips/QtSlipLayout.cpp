@@ -83,6 +83,8 @@ QWidget* Slip_frm::buildHead()
     auto caption = [&](const QString& t) { return new QLabel(t, w); };
     auto date = new QHBoxLayout;
     date->setSpacing(4);
+    // With era years the year box holds the Heisei year (DisplayYear), so the era is named before it.
+    if (session().Hiz == 1) date->addWidget(caption(QStringLiteral("平成")));
     date->addWidget(ebox_[YearBox]);
     date->addWidget(caption(QStringLiteral("年")));
     date->addWidget(ebox_[MonthBox]);

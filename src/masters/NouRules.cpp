@@ -1,0 +1,83 @@
+#include "masters/NouRules.h"
+
+#include "entry/Convert.h"
+#include "entry/Recordset.h"
+#include "shell/Dialogs.h"
+#include "store/Sql.h"
+
+namespace {
+constexpr int kMaxAttempts = 50;
+const QString kNou = QStringLiteral("Nou");
+const QString kTorCode = QStringLiteral("TorCode");
+const QString kCode = QStringLiteral("Code");
+}  // namespace
+
+std::optional<QString> torNamae(const QSqlDatabase& db, qint64 tor)
+{
+    const std::optional<QVariantMap> row = ReadRow(db, QStringLiteral("Tor"), {{kCode, tor}});
+    if (!row) return std::nullopt;
+    return NullToEmpty(Col(*row, QStringLiteral("Namae")));
+}
+
+qint64 nextFreeNouCode(const QSqlDatabase& db, qint64 tor)
+{
+    const QVariant top = scalar(db, QStringLiteral("SELECT Code FROM Nou WHERE TorCode = ? ORDER BY Code DESC LIMIT 1"), {tor});
+    return top.isValid() ? top.toLongLong() + 1 : 1;
+}
+
+std::optional<QVariantMap> nouRow(const QSqlDatabase& db, qint64 tor, qint64 code)
+{
+    return ReadRow(db, kNou, {{kTorCode, tor}, {kCode, code}});
+}
+
+NouSaveOutcome registerNou(const QSqlDatabase& db, const QString& mode, qint64 tor, qint64 code,
+                           const ColumnValues& values)
+{
+    NouSaveOutcome out;
+    out.code = code;
+    if (code <= 0 || code > 2147483647LL || !torNamae(db, tor)) return out;
+    bool adding = mode == QLatin1String("NEW") || !nouRow(db, tor, code);
+    for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
+        QSqlError err;
+        ErrorClass e;
+        if (adding) {
+            ColumnValues row = {{kTorCode, tor}, {kCode, code}};
+            row << values;
+            e = InsertRow(db, kNou, row, &err);
+        } else {
+            e = UpdateRows(db, kNou, values, {{kTorCode, tor}, {kCode, code}}, &err);
+        }
+        if (e == ErrorClass::None) {
+            out.saved = true;
+            out.code = code;
+            if (out.codeChanged)
+                Tell(QStringLiteral("納入先は、No.") + ToText(code) + QStringLiteral("で登録しました。"));
+            return out;
+        }
+        if (e == ErrorClass::Busy) {
+            Tell(StoreErrorText(err));
+            return out;
+        }
+        if (e != ErrorClass::Duplicate) return out;
+        code = nextFreeNouCode(db, tor);
+        out.codeChanged = true;
+        adding = true;
+    }
+    return out;
+}
+
+QString nouSlipRefusal(const QSqlDatabase& db, qint64 tor, qint64 code)
+{
+    for (const QString& table : {QStringLiteral("Dur"), QStringLiteral("Dny")}) {
+        bool failed = false;
+        if (!AnyRow(db, table, {{kTorCode, tor}, {QStringLiteral("NouCode"), code}}, &failed)) continue;
+        if (failed) return StoreErrorText(Query(db, QStringLiteral("SELECT 1 FROM ") + table).error());
+        return QStringLiteral("この納入先が伝票に存在するので、削除はできません。");
+    }
+    return QString();
+}
+
+ErrorClass deleteNou(const QSqlDatabase& db, qint64 tor, qint64 code, QSqlError* error)
+{
+    return DeleteRows(db, kNou, {{kTorCode, tor}, {kCode, code}}, error);
+}
