@@ -1,6 +1,7 @@
 #include "app/Commands.h"
 #include <cstdio>
 #include <QDir>
+#include "ledgers/LedgerCommands.h"
 #include "store/NewCompany.h"
 
 namespace {
@@ -16,7 +17,8 @@ int usage()
         "  velmora new DIR [--year YYYY] [--start-month M] [--company NAME]\n"
         "                               新しい会社を作成します\n"
         "  velmora demo DIR [--slips N] [--seed S]\n"
-        "                               見本の会社を作成します"));
+        "                               見本の会社を作成します\n")
+        + ledgerCommandsUsage());
     return 2;
 }
 
@@ -65,12 +67,14 @@ int runDemo(const QStringList& args);
 
 bool isCommand(const QString& word)
 {
-    return word == QLatin1String("new") || word == QLatin1String("demo") || word.startsWith(QLatin1String("-"));
+    return word == QLatin1String("new") || word == QLatin1String("demo") || isLedgerCommand(word)
+           || word.startsWith(QLatin1String("-"));
 }
 
 int runCommand(const QStringList& args)
 {
     if (args.first() == QLatin1String("new")) return runNew(args);
     if (args.first() == QLatin1String("demo")) return runDemo(args);
+    if (isLedgerCommand(args.first())) return runLedgerCommand(args);
     return usage();
 }

@@ -1,9 +1,33 @@
 #include "ledgers/AfterWork.h"
+#include "ledgers/LedgerBatch.h"
+#include "shell/Dialogs.h"
 
-// Intentionally empty until the ledger batch exists: there are no ledger postings to bring
-// up to date yet, so there is nothing to do and nothing that can fail.
+namespace {
+AfterWorkView* gView = nullptr;
+}
+
+AfterWorkView* setAfterWorkView(AfterWorkView* view)
+{
+    AfterWorkView* prev = gView;
+    gView = view;
+    return prev;
+}
+
+AfterWorkView* afterWorkView() { return gView; }
+
 bool ActionAfterWork(bool interactive)
 {
-    (void)interactive;
-    return true;
+    AfterWorkView* view = interactive ? gView : nullptr;
+    ProgressFn progress;
+    if (view) {
+        view->runStarted();
+        progress = [view](const QString& text) { view->showProgress(text); };
+    }
+    QString error;
+    // One unit of work: a failure rolls every phase back, marks included, so the next run
+    // starts from the same slips and nothing is counted twice.
+    const bool ok = runLedgerProcessing(progress, &error);
+    if (view) view->runFinished();
+    if (!ok) Tell(error);
+    return ok;
 }

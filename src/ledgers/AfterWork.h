@@ -2,7 +2,26 @@
 // Ledger processing: brings the monthly ledgers of products, customers and suppliers up to
 // date with the slips entered since the last run. The menu runs it before the monthly screens
 // and at every regular exit.
+#include <QString>
 
-// `interactive`: the run was started from a screen (the progress form is shown).
+// The progress screen of the run. AfterWork_frm registers itself while it exists; the core
+// has no screen of its own.
+class AfterWorkView {
+public:
+    virtual ~AfterWorkView() = default;
+    // Hourglass on; the screen gets its events once before the run.
+    virtual void runStarted() = 0;
+    // One progress text, painted at once.
+    virtual void showProgress(const QString& text) = 0;
+    // Normal pointer; the screen goes away.
+    virtual void runFinished() = 0;
+};
+
+// Installs the view (not owned); nullptr removes it. Returns the previous one.
+AfterWorkView* setAfterWorkView(AfterWorkView* view);
+AfterWorkView* afterWorkView();
+
+// `interactive`: the run was started from a screen, so the progress goes to the view when one
+// is registered. On failure the error is told and the store is left as before the run.
 // True when the ledgers are up to date afterwards.
 bool ActionAfterWork(bool interactive);

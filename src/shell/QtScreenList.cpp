@@ -1,5 +1,7 @@
 #include "shell/QtScreens.h"
 #include "entry/Help_frm.h"
+#include "ledgers/AfterWork_frm.h"
+#include "ledgers/TipsMenu_frm.h"
 #include "masters/ms_frm.h"
 #include "masters/Tan_frm.h"
 #include "masters/Deal_frm.h"
@@ -19,6 +21,8 @@
 void registerAllScreens()
 {
     installHelpForm();
+    registerScreen("AfterWork_frm", [] { return new AfterWork_frm; });
+    registerScreen("TipsMenu_frm", [] { return new TipsMenu_frm; });
     registerScreen("ms_frm", [] { return new ms_frm; });
     registerScreen("Tan_frm", [] { return new Tan_frm; });
     registerScreen("Deal_frm", [] { return new Deal_frm; });
