@@ -1,4 +1,5 @@
 #include "shell/QtMenuRun.h"
+#include <QScreen>
 #include <QApplication>
 #include <QMetaObject>
 #include <QWidget>
@@ -38,7 +39,14 @@ void placeOverMenu(QWidget* w)
     w->setProperty("velmoraPlaced", true);
     if (QWidget* menu = main_menu_frm::instance(); menu && menu->isVisible() && menu != w) {
         w->adjustSize();
-        w->move(menu->frameGeometry().center() - QPoint(w->width() / 2, w->height() / 2));
+        QPoint at = menu->frameGeometry().center() - QPoint(w->width() / 2, w->height() / 2);
+        // Never past the edges of the screen the menu is on: a wide form starts at its left edge.
+        if (QScreen* sc = menu->screen()) {
+            const QRect avail = sc->availableGeometry();
+            at.setX(qBound(avail.left(), at.x(), qMax(avail.left(), avail.right() - w->frameGeometry().width())));
+            at.setY(qBound(avail.top(), at.y(), qMax(avail.top(), avail.bottom() - w->frameGeometry().height())));
+        }
+        w->move(at);
     }
 }
 

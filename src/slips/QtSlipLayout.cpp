@@ -158,7 +158,7 @@ QWidget* Slip_frm::buildGrid()
         h->setFrameShadow(QFrame::Raised);
         g->addWidget(h, 0, c);
     }
-    const int widths[GridFieldCount] = {9, 14, 28, 7, 12, 12, 12, 12, 8};
+    const int widths[GridFieldCount] = {7, 13, 24, 6, 11, 11, 11, 11, 8};
     for (int r = 0; r < SlipEditor::RowCount; ++r) {
         lineNo_[r] = framed(w, Qt::AlignCenter);
         lineNo_[r]->setFixedWidth(half * 3 + 8);
@@ -180,14 +180,14 @@ QWidget* Slip_frm::buildGrid()
                 if (f == fHinNamae) b->setMaxLength(30);
                 cell = b;
             }
-            cell->setFixedWidth(half * widths[f] + (f == fKubun ? 30 : 12));
+            cell->setFixedWidth(half * widths[f] + (f == fKubun ? 28 : 8));
             cell->installEventFilter(this);
             cells_[r][f] = cell;
             gridOf_.insert(cell, {GridField(f), r});
             g->addWidget(cell, r + 1, f + 1);
         }
         zeiInfo_[r] = framed(w, Qt::AlignCenter);
-        zeiInfo_[r]->setFixedWidth(half * 7 + 8);
+        zeiInfo_[r]->setFixedWidth(half * 6 + 8);
         g->addWidget(zeiInfo_[r], r + 1, 10);
     }
     bar_ = new QScrollBar(Qt::Vertical, w);
