@@ -1,3 +1,4 @@
+#include <cstdio>
 #include <QApplication>
 #include "app/Commands.h"
 
@@ -8,6 +9,13 @@ int main(int argc, char** argv)
     if (!args.isEmpty() && isCommand(args.first())) {
         QCoreApplication app(argc, argv);
         return runCommand(args);
+    }
+    // Without a display Qt would stop with a plugin error that tells a user nothing.
+    if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
+        && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        std::fprintf(stderr, "velmora: 画面がありません。デスクトップの端末から起動してください"
+                             "（画面なしで動かすには QT_QPA_PLATFORM=offscreen）。\n");
+        return 1;
     }
     QApplication app(argc, argv);
     return runGui();
