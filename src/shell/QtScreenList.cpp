@@ -16,6 +16,7 @@
 #include "shell/myHistory_frm.h"
 #include "slips/Slip_frm.h"
 #include "slips/SlipSelect_frm.h"
+#include "slips/SlipList_frm.h"
 
 // Each screen adds one line here: registerScreen("Name_frm", [] { return new Name_frm; });
 void registerAllScreens()
@@ -37,4 +38,5 @@ void registerAllScreens()
     registerScreen("myHistory_frm", [] { return new myHistory_frm; });
     registerScreen("Slip_frm", [] { return new Slip_frm; });
     registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
+    Slip_frm::setSlipListPicker(&SlipList_frm::pick);
 }
