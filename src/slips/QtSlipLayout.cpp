@@ -158,7 +158,7 @@ QWidget* Slip_frm::buildGrid()
         h->setFrameShadow(QFrame::Raised);
         g->addWidget(h, 0, c);
     }
-    const int widths[GridFieldCount] = {7, 13, 24, 6, 11, 11, 11, 11, 8};
+    const int widths[GridFieldCount] = {7, 14, 23, 6, 11, 11, 11, 11, 8};
     for (int r = 0; r < SlipEditor::RowCount; ++r) {
         lineNo_[r] = framed(w, Qt::AlignCenter);
         lineNo_[r]->setFixedWidth(half * 3 + 8);
