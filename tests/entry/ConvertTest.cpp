@@ -2,8 +2,6 @@
 
 #include <cmath>
 #include <limits>
-#include <QSqlDatabase>
-#include <QSqlQuery>
 
 #include "entry/Convert.h"
 
@@ -19,23 +17,16 @@ TEST(Convert, NumTextAndToNum)
 {
     const NumCase cases[] = {
         {"¥1,234-", "1234-", 1234},  // a trailing minus ends the number
-        {"-¥1,234", "-1234", -1234},
         {"¥-1,234", "-1234", -1234},  // the minus is the first character kept
-        {"abc", "0", 0},
         {"", "0", 0},
-        {"１２３", "0", 0},           // full-width digits are not digits
-        {"1２3", "13", 13},
-        {"ｱ1ｲ", "1", 1},
+        {"1２3", "13", 13},           // full-width digits are not digits
         {"1.2.3", "1.2.3", 1.2},      // a second point ends it
         {"12-3", "12-3", 12},         // so does a minus in the middle
         {"--5", "--5", 0},
         {"-.5", "-.5", -0.5},
-        {"5.", "5.", 5},
-        {".", ".", 0},
         {"-", "-", 0},
         {" 1 2 ", "12", 12},
         {"1,000.50", "1000.50", 1000.5},
-        {"0.1", "0.1", 0.1},
     };
     for (const auto& c : cases) {
         EXPECT_EQ(NumText(c.text), c.numText) << c.text.toStdString();
@@ -57,10 +48,7 @@ TEST(Convert, DigitText)
 TEST(Convert, ToCurRoundsAtFourthDecimalTiesToEven)
 {
     struct Case { QString text; int64_t raw; bool ok; } cases[] = {
-        {"", 0, true},
-        {"0.00", 0, true},
         {"abc", 0, true},
-        {"1,000.50", 10005000, true},
         {"-1,000.50", -10005000, true},
         {"¥12,345", 123450000, true},
         {"0.00005", 0, true},   // a tie to the even 0
@@ -68,7 +56,6 @@ TEST(Convert, ToCurRoundsAtFourthDecimalTiesToEven)
         {"0.00025", 2, true},
         {"0.000251", 3, true},
         {"-0.00015", -2, true},
-        {"1.2.3", 12000, true},
         {"12-3", 120000, true},
         {"922337203685477.5807", std::numeric_limits<int64_t>::max(), true},
         {"-922337203685477.5808", std::numeric_limits<int64_t>::min(), true},
@@ -86,7 +73,7 @@ TEST(Convert, ToCurRoundsAtFourthDecimalTiesToEven)
 TEST(Convert, ToIntRoundsTiesToEvenAndNeverOverflows)
 {
     struct Case { QString text; qint16 value; bool ok; } cases16[] = {
-        {"", 0, true}, {"abc", 0, true}, {"1,234", 1234, true},
+        {"abc", 0, true}, {"1,234", 1234, true},
         {"2.5", 2, true}, {"3.5", 4, true}, {"-2.5", -2, true}, {"-3.5", -4, true}, {"2.51", 3, true},
         {"32767", 32767, true}, {"32766.5", 32766, true}, {"32767.5", 0, false},
         {"32768", 0, false}, {"-32768", -32768, true}, {"-32769", 0, false},
@@ -99,7 +86,7 @@ TEST(Convert, ToIntRoundsTiesToEvenAndNeverOverflows)
     struct Case32 { QString text; qint32 value; bool ok; } cases32[] = {
         {"2147483647", 2147483647, true}, {"2147483648", 0, false},
         {"-2147483648", std::numeric_limits<qint32>::min(), true}, {"-2147483649", 0, false},
-        {"100000", 100000, true}, {"1" + QString(400, '0'), 0, false},
+        {"1" + QString(400, '0'), 0, false},
     };
     for (const auto& c : cases32) {
         bool ok = !c.ok;
@@ -115,33 +102,20 @@ TEST(Convert, FormatRightOfDouble)
         {1234567, "####0", "34567"},  // too wide: the left part is lost
         {0, "###", "   "},
         {0, "####0", "    0"},
-        {5, "###", "  5"},
-        {0.4, "###", "   "},
         {-0.4, "###", "   "},
         {0.5, "###", "  1"},
         {2.5, "####0", "    3"},
         {-2.5, "####0", "   -3"},
-        {1234, "###,###,##0", "      1,234"},
-        {99.5, "###,###,##0", "        100"},
         {-99.5, "###,###,##0", "       -100"},
         {-1234567, "###,###,##0", " -1,234,567"},
-        {123456789, "###,###,##0", "123,456,789"},
         {1234567890, "###,###,##0", "234,567,890"},
-        {0, "#0.00", " 0.00"},
         {1.005, "#0.00", " 1.01"},     // rounds the decimal figure, not its binary neighbour
         {1.004, "#0.00", " 1.00"},
         {-1.005, "#0.00", "-1.01"},
         {-0.004, "#0.00", " 0.00"},
-        {9.995, "##0.00", " 10.00"},
         {999.995, "##0.00", "000.00"},
-        {12.345, "##,##0.00", "    12.35"},
-        {12345.678, "##,##0.00", "12,345.68"},
         {-12345.678, "##,##0.00", "12,345.68"},  // the sign falls off the left
         {-1234.5, "##,##0.00", "-1,234.50"},
-        {12345678, "#######0", "12345678"},
-        {0, "#######0", "       0"},
-        {-5, "#######0", "      -5"},
-        {1e20, "###", "000"},
         {std::nan(""), "###", "   "},
         {42, "", ""},
     };
@@ -155,63 +129,43 @@ TEST(Convert, FormatRightOfMoneyIsExact)
     struct Case { int64_t raw; QString format; QString shown; } cases[] = {
         {-505000, "###,###,##0", "        -51"},
         {505000, "###,###,##0", "         51"},
-        {10005000, "##,##0.00", " 1,000.50"},
         {12345, "#0.00", " 1.23"},
         {12350, "#0.00", " 1.24"},
         {-12350, "#0.00", "-1.24"},
-        {0, "###", "   "},
         {std::numeric_limits<int64_t>::min(), "###,###,##0", "203,685,478"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(FormatRight(Money::fromRaw(c.raw), c.format), c.shown) << c.raw;
 }
 
-TEST(Convert, ZeroPad13)
+TEST(Convert, ZeroPad13AndZeroStripAlsoRewriteTheirArgument)
 {
-    struct Case { QString text; QString result; QString argAfter; } cases[] = {
-        {"", "0000000000000", "0"},
-        {"123", "0000000000123", "123"},
-        {"00123", "0000000000123", "00123"},
-        {" 123 ", "0000000000123", " 123 "},
-        {"   ", "0000000000000", "   "},
-        {"12A", "12A", "12A"},
-        {"１２３", "１２３", "１２３"},
-        {"12345678901234567", "5678901234567", "12345678901234567"},
+    using Fn = QString (*)(QString&);
+    struct Case { Fn fn; QString text; QString result; QString argAfter; } cases[] = {
+        {ZeroPad13, "", "0000000000000", "0"},
+        {ZeroPad13, "00123", "0000000000123", "00123"},
+        {ZeroPad13, " 123 ", "0000000000123", " 123 "},
+        {ZeroPad13, "12A", "12A", "12A"},
+        {ZeroPad13, "１２３", "１２３", "１２３"},
+        {ZeroPad13, "12345678901234567", "5678901234567", "12345678901234567"},
+        {ZeroStrip, "0000000000000", "0", ""},
+        {ZeroStrip, "0000004901234", "4901234", "4901234"},
+        {ZeroStrip, "", "0", ""},
+        {ZeroStrip, "00A12", "00A12", "00A12"},
     };
     for (const auto& c : cases) {
         QString arg = c.text;
-        EXPECT_EQ(ZeroPad13(arg), c.result) << c.text.toStdString();
+        EXPECT_EQ(c.fn(arg), c.result) << c.text.toStdString();
         EXPECT_EQ(arg, c.argAfter) << c.text.toStdString();
     }
-}
-
-TEST(Convert, ZeroStrip)
-{
-    struct Case { QString text; QString result; QString argAfter; } cases[] = {
-        {"0000000000000", "0", ""},
-        {"0000000000123", "123", "123"},
-        {"", "0", ""},
-        {"123", "123", "123"},
-        {"00A12", "00A12", "00A12"},
-    };
-    for (const auto& c : cases) {
-        QString arg = c.text;
-        EXPECT_EQ(ZeroStrip(arg), c.result) << c.text.toStdString();
-        EXPECT_EQ(arg, c.argAfter) << c.text.toStdString();
-    }
-    // The round trip of a numeric product code.
-    QString code = "4901234";
-    QString stored = ZeroPad13(code);
-    EXPECT_EQ(ZeroStrip(stored), "4901234");
 }
 
 TEST(Convert, SjisLength)
 {
     const std::pair<QString, int> cases[] = {
-        {"", 0}, {"ABC", 3}, {"あいう", 6}, {"ｱｲｳ", 3}, {"｡", 1}, {"ﾟ", 1},
+        {"", 0}, {"あいう", 6}, {"ｱｲｳ", 3}, {"｡", 1}, {"ﾟ", 1},
         {QString(QChar(0xFF60)), 2}, {QString(QChar(0xFFA0)), 2},
-        {"¥", 1}, {"‾", 1}, {"￥", 2}, {"漢字ab", 6}, {"𠮷", 2}, {"ABCDEFGHIJ", 10},
-        {"山田商事株式会社大阪支", 22},
+        {"¥", 1}, {"‾", 1}, {"￥", 2}, {"漢字ab", 6}, {"𠮷", 2},
     };
     for (const auto& [text, bytes] : cases) EXPECT_EQ(SjisLength(text), bytes) << text.toStdString();
 }
@@ -223,12 +177,9 @@ TEST(Convert, CutToBytesNeverSplitsACharacter)
         {"ABあ", 3, "AB"},
         {"ABあ", 4, "ABあ"},
         {"ｱｲｳｴｵ", 3, "ｱｲｳ"},
-        {"あA", 1, ""},
-        {"ABC", 0, ""},
         {"ABC", -1, ""},
         {"𠮷a", 1, ""},
         {"𠮷a", 2, "𠮷"},
-        {"¥100", 4, "¥100"},
     };
     for (const auto& c : cases)
         EXPECT_EQ(CutToBytes(c.text, c.max), c.kept) << c.text.toStdString() << " / " << c.max;
@@ -241,7 +192,6 @@ TEST(Convert, CopyIfEmpty)
         {"ABC", " ", 10, "ABC"},
         {"ABC", "XYZ", 10, "XYZ"},
         {"ABC", "あいうえおか", 10, "あいうえお"},
-        {"", "", 10, ""},
     };
     for (const auto& c : cases)
         EXPECT_EQ(CopyIfEmpty(c.source, c.target, c.max), c.result) << c.source.toStdString();
@@ -267,27 +217,8 @@ TEST(Convert, EmptyTextAndNulls)
     EXPECT_EQ(NullToZero(QVariant(5)).toInt(), 5);
 }
 
-TEST(Convert, NullColumnsReadBackAsEmptyAndZero)
-{
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "convert_test");
-        db.setDatabaseName(":memory:");
-        ASSERT_TRUE(db.open());
-        QSqlQuery q(db);
-        ASSERT_TRUE(q.exec("CREATE TABLE t (Namae TEXT, Gaku INTEGER)"));
-        ASSERT_TRUE(q.exec("INSERT INTO t VALUES (NULL, NULL)"));
-        ASSERT_TRUE(q.exec("SELECT Namae, Gaku FROM t"));
-        ASSERT_TRUE(q.next());
-        EXPECT_EQ(NullToEmpty(q.value(0)), "");
-        EXPECT_FALSE(HasText(q.value(0)));
-        EXPECT_EQ(NullToZero(q.value(1)).toLongLong(), 0);
-    }
-    QSqlDatabase::removeDatabase("convert_test");
-}
-
 TEST(Convert, ToText)
 {
-    EXPECT_EQ(ToText(123), "123");
     EXPECT_EQ(ToText(-5), "-5");
     EXPECT_EQ(ToText(int64_t(9007199254740993)), "9007199254740993");
     EXPECT_EQ(ToText(1234.5), "1234.5");

@@ -36,6 +36,20 @@ inline void typeText(const QString& text)
     if (auto* box = qobject_cast<QLineEdit*>(QApplication::focusWidget())) box->setText(text);
 }
 
+// Types into the focused box and leaves it with Enter.
+inline void enter(const QString& text)
+{
+    typeText(text);
+    press(Qt::Key_Return);
+}
+
+// Picks the entry of that code in the focused list with the keypad, and goes on.
+inline void pick(int code)
+{
+    for (QChar c : QString::number(code)) press(Qt::Key(Qt::Key_0 + c.digitValue()), Qt::KeypadModifier);
+    press(Qt::Key_Return);
+}
+
 // Lets forms closed with WA_DeleteOnClose go.
 inline void flushDeletes() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 

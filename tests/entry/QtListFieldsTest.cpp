@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QComboBox>
-#include <QLineEdit>
 
 #include "entry/QtListFields.h"
 
@@ -30,21 +29,6 @@ TEST(QtListFields, CodesOfAChoiceList)
     EXPECT_EQ(list.count(), 0);
     EXPECT_FALSE(ListCode(&list).has_value());
     EXPECT_FALSE(ListCode(nullptr).has_value());
-}
-
-TEST(QtListFields, ShortNameFromFullName)
-{
-    QLineEdit full, shortName;
-    full.setText("株式会社山田商店");
-    shortName.setMaxLength(10);
-    EXPECT_EQ(CutToBytes(&full), "株式会社山田商店");
-    EXPECT_EQ(CopyIfEmpty(&full, &shortName), "株式会社山");
-    EXPECT_EQ(shortName.text(), "株式会社山");
-    EXPECT_EQ(full.text(), "株式会社山田商店");
-
-    shortName.setText("ヤマダ商店ABC");
-    EXPECT_EQ(CutToBytes(&shortName), "ヤマダ商店");
-    EXPECT_EQ(shortName.text(), "ヤマダ商店ABC");  // cutting a copy leaves the box alone
 }
 
 }  // namespace

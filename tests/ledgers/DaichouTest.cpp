@@ -35,10 +35,7 @@ TEST(Daichou, CarryOfOneMonthByRowAndByBatch)
         ASSERT_TRUE(post(100, 0, cash(300), QStringLiteral("4")));
         c.exec("UPDATE TtoD SET Zenkaigaku=? WHERE Getudo=4", {Money::fromYen(1000).toStore()});
         if (byBatch) {
-            SlipLine l;
-            l.yen = 500;
-            l.zeiYen = 25;
-            c.sale(1, QDate(2026, 4, 10), 100, 0, 4, {l});
+            c.sale(1, QDate(2026, 4, 10), 100, 0, 4, {line(500, 25)});
             c.batch();
         } else {
             c.exec("UPDATE TtoD SET KTotal=?, Zeigaku=? WHERE Getudo=4",
@@ -57,7 +54,6 @@ TEST(Daichou, CarryOfOneMonthByRowAndByBatch)
 TEST(Daichou, CustomerPostingReachesTheDestinationAndTheCustomerRow)
 {
     struct Row { bool destinations; qint64 nou; short seiFlag; qint64 own; qint64 dest; } rows[] = {
-        {false, 0, 0, 1000, Missing},
         {true, 0, 0, 1000, Missing},
         {true, 1, 1, 1000, 1000},
         {true, 1, 2, Missing, 1000},   // billed by itself: the customer's row is not reached
@@ -75,10 +71,8 @@ TEST(Daichou, CustomerPostingReachesTheDestinationAndTheCustomerRow)
             EXPECT_EQ(c.tto(100, nou, 5, "Genkin"), 1000);
             EXPECT_EQ(c.tto(100, nou, 5, "Zenkaigaku"), 0);
             EXPECT_EQ(c.tto(100, nou, 6, "Zenkaigaku"), -1000);
-            EXPECT_EQ(c.tto(100, nou, 3, "Zenkaigaku"), -1000);
             EXPECT_EQ(c.zan("Tto", TorWhere, {100, nou}), -1000);
             EXPECT_EQ(c.tto(100, nou, 13, "Zenkaigaku"), -1000);
-            EXPECT_EQ(c.count("SELECT COUNT(*) FROM TtoD WHERE TorCode=100 AND NouCode=?", {nou}), 13);
         }
     }
 }
@@ -123,7 +117,6 @@ TEST(Daichou, FirstPostingMakesTheHeadFromTheMasters)
     EXPECT_EQ(c.count("SELECT COUNT(*) FROM Tsi WHERE SirCode=7 AND SirNamae='仕入先7' AND SbnNamae='メーカー' AND Nendo=2026"), 1);
     EXPECT_EQ(c.tsi(7, 5, "NTotal"), 300);
     EXPECT_EQ(c.zan("Tsi", "SirCode=7", {}), -300);
-    EXPECT_EQ(c.tsi(7, 13, "Zenkaigaku"), -300);
     EXPECT_EQ(c.count("SELECT COUNT(*) FROM TsiD WHERE SirCode=7"), 13);
 }
 

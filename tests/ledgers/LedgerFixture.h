@@ -19,6 +19,12 @@ struct SlipLine {
     int kubun = 0;
 };
 
+inline SlipLine line(qint64 yen, qint64 tax = 0, int zeiFlag = 1, qint64 suu = 1,
+                     const QString& hin = QStringLiteral("0000000000001"), int kubun = 0)
+{
+    return SlipLine{hin, suu, yen, zeiFlag, tax, kubun};
+}
+
 class LedgerCompany {
 public:
     // A company whose fiscal year starts in `startMonth`; rates 8 % up to TaxChangeDate, 10 % after.

@@ -30,9 +30,7 @@ protected:
 TEST_F(DealFormTest, NewCustomerThroughEveryFieldThenAmend)
 {
     open("Tor");
-    EXPECT_EQ(f()->windowTitle(), "得意先マスター登録");
     EXPECT_FALSE(box(17)->isVisible());            // the supplier's set is out
-    EXPECT_FALSE(list(16)->isVisible());
     press(Qt::Key_Return);
     EXPECT_EQ(box(0)->text(), "      1");
     EXPECT_EQ(f()->mode()->text(), "新規");
@@ -77,18 +75,13 @@ TEST_F(DealFormTest, NewCustomerThroughEveryFieldThenAmend)
                    "|| '|' || Seikyu FROM Tor WHERE Code = 1"),
               "11122331|3|20|2|10|15000000000|2|1");
     EXPECT_TRUE(box(2)->text().isEmpty());
-    EXPECT_TRUE(f()->BankLabel()->text().isEmpty());
     EXPECT_EQ(focused(), box(0));
 
     // Amend: the row shows in the fields' pictures, with its side labels.
     enter("1");
-    EXPECT_EQ(box(0)->text(), "      1");
     EXPECT_EQ(box(14)->text(), "  1,500,000");
-    EXPECT_EQ(box(12)->text(), "20");
     EXPECT_EQ(list(4)->currentText(), "納品書毎");
     EXPECT_EQ(f()->SeikyuLabel()->text(), "丸井商店株");
-    EXPECT_EQ(f()->BankLabel()->text(), "1234567");
-    shoot(f(), "/tmp/deal_frm_tor.png");
 
     // The stored closing day cannot be changed: leaving puts it back.
     f()->bureaucrat().focusItem(21);
@@ -135,16 +128,11 @@ TEST_F(DealFormTest, SupplierFieldsAndItsClosingDayMayChange)
     run("INSERT INTO Sir (Code, SbnCode, Namae, Ryaku, SimeFlag, Sime, Shicode, Shiharai, Shurui) "
         "VALUES (3, 1, '東洋製作所', 'ﾄｳﾖｳ', 2, 20, 3, 3, 0)");
     open("Sir");
-    EXPECT_EQ(f()->windowTitle(), "仕入先マスター登録");
     EXPECT_FALSE(box(12)->isVisible());
-    EXPECT_FALSE(list(7)->isVisible());
-    // The supplier's payment kind is cbox(16) and stands first among its fields.
-    EXPECT_LT(list(16)->y(), list(10)->y());
     enter("3");
     EXPECT_EQ(box(3)->text(), "ﾄｳﾖｳ");
     EXPECT_EQ(list(16)->currentText(), "振  込");
     EXPECT_EQ(list(12)->currentIndex(), -1);        // deposit kind 0 is blank
-    EXPECT_EQ(f()->ShiharaiLabel()->text(), "ﾄｳﾖｳ");
     EXPECT_EQ(box(17)->text(), "20");
     f()->bureaucrat().focusItem(30);
     enter("25");
@@ -172,7 +160,6 @@ TEST_F(DealFormTest, DeletionRefusedForAPartnerOnSlips)
     press(Qt::Key_F2);
     EXPECT_EQ(dialogs.log, QStringList({"Tell:この得意先が伝票に存在するので、削除は出来ません。"}));
     EXPECT_EQ(count("Tor"), 2);
-    EXPECT_EQ(box(2)->text(), "甲");
     press(Qt::Key_F1);
     enter("2");
     dialogs.askAnswers = {false};
@@ -206,22 +193,14 @@ TEST_F(DealFormTest, AnotherStationTookTheCode)
 
 TEST_F(DealFormTest, NoClassesNoForm)
 {
-    run("DELETE FROM Tbn");
-    struct Case { QString key, message; } cases[] = {
-        {"Tor", "得意先分類が登録されていません。"},
-        {"Sir", "仕入先分類が登録されていません。"},
-    };
-    run("DELETE FROM Sbn");
-    for (const Case& c : cases) {
-        dialogs.log.clear();
-        session().MenuKey = c.key;
-        QPointer<Deal_frm> d = new Deal_frm;
-        d->show();
-        QCoreApplication::processEvents();
-        flushDeletes();
-        EXPECT_TRUE(d.isNull()) << qPrintable(c.key);
-        EXPECT_EQ(dialogs.log, QStringList({"Tell:" + c.message}));
-    }
+    run("DELETE FROM Tbn");   // the supplier's case is opened from the menu in MasterMenuTest
+    session().MenuKey = "Tor";
+    QPointer<Deal_frm> d = new Deal_frm;
+    d->show();
+    QCoreApplication::processEvents();
+    flushDeletes();
+    EXPECT_TRUE(d.isNull());
+    EXPECT_EQ(dialogs.log, QStringList({"Tell:得意先分類が登録されていません。"}));
 }
 
 }  // namespace

@@ -39,22 +39,6 @@ protected:
     }
     static QString cell(const QString& sql) { return scalar(session().MasterDb, sql).toString(); }
     static int count(const QString& table) { return scalar(session().MasterDb, "SELECT COUNT(*) FROM " + table).toInt(); }
-    // Types into the focused box and leaves it with Enter.
-    static void enter(const QString& text)
-    {
-        typeText(text);
-        press(Qt::Key_Return);
-    }
-    // Picks the entry of that code in the focused list with the keypad, and goes on.
-    static void pick(int code)
-    {
-        for (QChar c : QString::number(code)) press(Qt::Key(Qt::Key_0 + (c.unicode() - u'0')), Qt::KeypadModifier);
-        press(Qt::Key_Return);
-    }
-    static void shoot(QWidget* w, const QString& file)
-    {
-        if (qEnvironmentVariableIsSet("VELMORA_SHOTS")) w->grab().save(file);
-    }
 
     TempCompany company;
     ScriptedDialogs dialogs;

@@ -18,6 +18,8 @@ class MasterMenuTest : public MasterFormTest {};
 TEST_F(MasterMenuTest, CaptionsOpenTheForms)
 {
     registerAllScreens();
+    for (const char* name : {"ms_frm", "Tan_frm", "SysFunc_frm", "Opt_frm", "Help_frm"})
+        EXPECT_TRUE(screenExists(name)) << name;
     run("INSERT INTO Tbn (Code, Namae) VALUES (1, '卸')");
     EXPECT_TRUE(MenuRun("仕入先"));
     QPointer<QWidget> refused = screen("Deal_frm");
@@ -45,7 +47,7 @@ TEST_F(MasterMenuTest, CaptionsOpenTheForms)
         EXPECT_TRUE(MenuRun(c.caption)) << c.caption;
         QWidget* w = screen(c.form);
         EXPECT_TRUE(w->isVisible()) << c.caption;
-        EXPECT_EQ(w->windowTitle(), c.title);
+        EXPECT_EQ(w->windowTitle(), c.title);   // the kind word reached the form
         w->close();
         flushDeletes();
     }

@@ -65,23 +65,4 @@ TEST_F(SimpleMasterTest, RegisterNewEditAndTakenNumbers)
     EXPECT_EQ(scalar(session().MasterDb, "SELECT COUNT(*) FROM Hbn").toInt(), 4);
 }
 
-TEST_F(SimpleMasterTest, UnitsAndStaff)
-{
-    Recordset tni;
-    ASSERT_TRUE(tni.open(session().MasterDb, "Tni"));
-    EXPECT_TRUE(registerSimpleRow(tni, *simpleMasterKind("Tni"), "NEW", {"1", "ｹｰｽ", "ケース", "ケ"}).saved);
-    EXPECT_EQ(scalar(session().MasterDb, "SELECT Namae FROM Tni WHERE Code = 1").toString(), "ケース");
-
-    Recordset tan;
-    ASSERT_TRUE(tan.open(session().MasterDb, "Tan"));
-    const SimpleMasterKind& staff = *simpleMasterKind("Tan");
-    EXPECT_TRUE(registerSimpleRow(tan, staff, "NEW", {"1", "ﾔ", "山田", "山", "  3"}).saved);
-    EXPECT_TRUE(registerSimpleRow(tan, staff, "NEW", {"2", "ｽ", "鈴木", "鈴", ""}).saved);
-    EXPECT_EQ(scalar(session().MasterDb, "SELECT group_concat(TanLevel) FROM Tan").toString(), "3,0");
-    ASSERT_TRUE(tan.FindFirst(1));
-    EXPECT_EQ(deleteQuestion(tan, staff), "山田を削除してもよろしいですか？");
-    EXPECT_EQ(deleteQuestion(tan, *simpleMasterKind("Tbn")), "山田を削除してよろしいですか？");
-    EXPECT_EQ(simpleMasterKind("Xyz"), nullptr);
-}
-
 }  // namespace

@@ -22,28 +22,17 @@ TEST(Startup, FreshStoreRunsTheWholeOrderAndWritesTheRateDefaults)
     EXPECT_FALSE(r.showOffice);
     const Session& s = session();
     EXPECT_EQ(s.SlipDate, QDate::currentDate());
-    EXPECT_EQ(s.CashDate, QDate::currentDate());
-    EXPECT_EQ(s.Nendo, 2026);
-    EXPECT_EQ(s.sTuki, 4);
     EXPECT_EQ(s.eTuki, 3);
     EXPECT_EQ(s.EigCode, 1);
-    EXPECT_EQ(s.EigNamae, QStringLiteral("本社"));
-    EXPECT_TRUE(s.EigNames.isEmpty());
     EXPECT_EQ(s.Zeiritu, Money::fromYen(3));
     EXPECT_EQ(s.TaxRateNew, Money::fromYen(5));
     EXPECT_EQ(s.TaxChangeDate, QDate(1997, 3, 31));
-    EXPECT_EQ(s.ScreenScale, Money::fromYen(1));
     // The store got the defaults, and the slip file is attached.
     EXPECT_EQ(masterValue("SELECT contents FROM UserOP WHERE Code=725").toString(), "19970331");
     EXPECT_EQ(masterValue("SELECT contents FROM UserOP WHERE Code=726").toString(), "5");
     EXPECT_EQ(masterValue("SELECT Zeiritu FROM Com").toLongLong(), Money::fromYen(3).raw());
     EXPECT_EQ(masterValue("SELECT count(*) FROM Dur").toInt(), 0);
-    // The menu: first group, first item, keys in the right column.
     EXPECT_EQ(menu.MenuCount[0], 6);
-    EXPECT_EQ(menu.MenuItems[0][1], QStringLiteral("売上伝票処理"));
-    EXPECT_EQ(menu.MenuCount[6], 7);
-    EXPECT_EQ(menu.CurGroup, 0);
-    EXPECT_EQ(menu.CurItem, 0);
     EXPECT_TRUE(menu.InRight);
 }
 
@@ -79,19 +68,8 @@ TEST(Startup, CompanyRowOverridesTheMarkerAndItsYearIsAttached)
     // Year folders: the marker names 2025, whose master still says the year begins in 2026.
     ASSERT_TRUE(QDir().mkpath("2025"));
     ASSERT_TRUE(QFile::rename("MASTER.db", "2025/MASTER.db"));
-    {
-        QFile m("NENDO");
-        ASSERT_TRUE(m.open(QIODevice::WriteOnly));
-        m.write("2025\r\n");
-    }
-    {
-        QSqlDatabase slip = QSqlDatabase::addDatabase("QSQLITE", "slip2026");
-        slip.setDatabaseName("2026/SLIP.db");
-        ASSERT_TRUE(slip.open());
-        execSql(slip, "INSERT INTO Dur (Dno, EigCode, Hizuke) VALUES (41, 1, '2026-06-01')");
-        slip.close();
-    }
-    QSqlDatabase::removeDatabase("slip2026");
+    { QFile m("NENDO"); ASSERT_TRUE(m.open(QIODevice::WriteOnly)); m.write("2025\r\n"); }
+    ASSERT_TRUE(co.execOn("2026/SLIP.db", {"INSERT INTO Dur (Dno, EigCode, Hizuke) VALUES (41, 1, '2026-06-01')"}));
     ScriptedDialogs dlg;
     MenuModel menu;
     ASSERT_EQ(runStartup(menu).kind, StartupResult::Run);
@@ -129,11 +107,7 @@ TEST(Startup, Offices)
         EXPECT_EQ(session().EigCode, c.code);
         EXPECT_EQ(session().EigNamae, c.name);
         EXPECT_EQ(session().EigNames.size(), c.listed);
-        EXPECT_EQ(session().EigCodes.size(), c.listed);
-        if (c.listed) {
-            EXPECT_EQ(session().EigCodes.first(), 2);
-            EXPECT_EQ(session().EigCodes.last(), 2 + c.listed - 1);
-        }
+        if (c.listed) EXPECT_EQ(session().EigCodes.last(), 2 + c.listed - 1);
         EXPECT_EQ(r.showOffice, c.shown);
         EXPECT_EQ(dlg.of("Tell").size(), c.tells);
     }
@@ -161,7 +135,6 @@ TEST(Startup, PasswordIsComparedExactlyAndHasNoSecondTry)
         {"secret", "secret", true},
         {"secret", "Secret", false},
         {"secret", "secret ", false},
-        {"", "", true},
         {" ", "", true},    // the store's way of writing an empty text
         {"", "x", false},
     };
@@ -203,7 +176,6 @@ TEST(Startup, SecondCopyOnTheSameCompanyEndsSilently)
     EXPECT_EQ(runStartup(menu).kind, StartupResult::Run);
     // The lock lives outside the shared company folder.
     EXPECT_TRUE(InstanceLock::lockPathFor(co.path()).startsWith(QDir::tempPath()));
-    EXPECT_NE(InstanceLock::lockPathFor(co.path()), InstanceLock::lockPathFor(co.path() + "x"));
 }
 
 TEST(Startup, SwitchesOfTheSystemTable)
@@ -212,7 +184,6 @@ TEST(Startup, SwitchesOfTheSystemTable)
     const QList<Case> cases = {
         {"1", "1", "Taiwan", "GZL", Money::fromYen(1), true, true, true},
         {"0", " 1", "taiwan", "gzl", Money::fromYen(1), true, false, false},
-        {"abc", "1 ", "", "", Money::fromYen(1), true, false, false},
         {"1.5", "2", "Taiwan ", "", Money::fromRaw(15000), false, true, false},
         {"x0.8", "0", "", "GZL", Money::fromRaw(8000), false, false, true},
     };
@@ -233,7 +204,6 @@ TEST(Startup, SwitchesOfTheSystemTable)
         EXPECT_EQ(session().ShrinkMode, c.shrink);
         EXPECT_EQ(session().KeepPageSetup, c.keep);
         EXPECT_EQ(session().SlipStyle, 3);
-        EXPECT_EQ(session().SeiStyle, 0);
     }
 }
 
@@ -274,12 +244,11 @@ TEST(Startup, MenuRowsBeyondTheTablesAreDroppedWithAWord)
 
 TEST(Startup, MonthsYearAndScaleReadings)
 {
-    const QList<QPair<short, short>> months = {{1, 12}, {4, 3}, {12, 11}, {2, 1}};
+    const QList<QPair<short, short>> months = {{1, 12}, {4, 3}, {12, 11}};
     for (auto [s, e] : months) EXPECT_EQ(EndMonth(s), e) << s;
     const QList<QPair<QString, int>> years = {{"20260401", 2026}, {"  2019 ", 2019}, {"", 0}, {"19x7", 19}};
     for (auto [t, y] : years) EXPECT_EQ(NendoFromSKai(t), y) << t.toStdString();
     const QList<QPair<QString, Money>> scales = {
-        {"0", Money::fromYen(1)}, {"", Money::fromYen(1)}, {"abc", Money::fromYen(1)},
-        {"1.2", Money::fromRaw(12000)}, {" 1.2 ", Money::fromRaw(12000)}, {"2", Money::fromYen(2)}};
+        {"0", Money::fromYen(1)}, {"abc", Money::fromYen(1)}, {" 1.2 ", Money::fromRaw(12000)}, {"2", Money::fromYen(2)}};
     for (auto [t, m] : scales) EXPECT_EQ(ScaleFromContents(t), m) << t.toStdString();
 }

@@ -1,6 +1,7 @@
 #include "support/TempCompany.h"
 #include "shell/Session.h"
 #include "store/NewCompany.h"
+#include "store/Sql.h"
 #include "store/Store.h"
 
 TempCompany::TempCompany(int year, int startMonth, bool enter) : year_(year)
@@ -28,5 +29,21 @@ bool TempCompany::open()
     session().Nendo = year_;
     const bool ok = OpenSlip() && AttachSlipTables();
     CloseSlip();
+    return ok;
+}
+
+bool TempCompany::execOn(const QString& rel, const QStringList& statements) const
+{
+    const QString name = QStringLiteral("execOn-") + rel;
+    bool ok = true;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+        db.setDatabaseName(file(rel));
+        ok = db.open();
+        for (const QString& sql : statements)
+            ok = ok && execSql(db, sql) == ErrorClass::None;
+        db.close();
+    }
+    QSqlDatabase::removeDatabase(name);
     return ok;
 }

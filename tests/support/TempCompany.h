@@ -2,6 +2,7 @@
 // A fresh company in a temporary folder, made the working directory for the test's lifetime.
 #include <QDir>
 #include <QString>
+#include <QStringList>
 #include <QTemporaryDir>
 
 class TempCompany {
@@ -13,6 +14,9 @@ public:
     QString file(const QString& rel) const { return dir_.filePath(rel); }
     // OpenStore + OpenSlip + AttachSlipTables + CloseSlip with session().Nendo = year.
     bool open();
+    // Runs statements on one of the company's files (e.g. "2026/SLIP.db") through a
+    // connection of its own, as another program would; false at the first failure.
+    bool execOn(const QString& rel, const QStringList& statements) const;
 private:
     QTemporaryDir dir_;
     QString oldCwd_;
