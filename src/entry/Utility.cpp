@@ -1,4 +1,5 @@
 #include "entry/Utility.h"
+#include <functional>
 
 #include <QDateTime>
 #include "entry/Convert.h"
@@ -109,11 +110,12 @@ int SirClass(qint64 code)
     return q.next() ? q.value(1).toInt() : 0;
 }
 
-PartnerRecord TorRecord(qint64 code)
+namespace {
+// Partner, its class name and its closing day; `sime` turns the row into the closing day text.
+PartnerRecord partnerRecord(const QString& sql, qint64 code, const std::function<QString(const Query&)>& sime)
 {
     PartnerRecord r;
-    Query q(db(), QStringLiteral("SELECT Tor.Code, Tor.TbnCode, Tor.Namae, Tbn.Namae, Tor.Sime "
-                                 "FROM Tor LEFT JOIN Tbn ON Tor.TbnCode = Tbn.Code WHERE Tor.Code = ?"), {code});
+    Query q(db(), sql, {code});
     if (!q.next()) {
         r.sime = QStringLiteral("0");
         return r;
@@ -121,24 +123,26 @@ PartnerRecord TorRecord(qint64 code)
     r.classCode = q.value(1).toInt();
     r.name = NullToEmpty(q.value(2));
     r.className = EmptyToSpace(NullToEmpty(q.value(3)));
-    r.sime = ToText(q.value(4).toLongLong());
+    r.sime = sime(q);
     return r;
+}
+}
+
+PartnerRecord TorRecord(qint64 code)
+{
+    return partnerRecord(QStringLiteral("SELECT Tor.Code, Tor.TbnCode, Tor.Namae, Tbn.Namae, Tor.Sime "
+                                        "FROM Tor LEFT JOIN Tbn ON Tor.TbnCode = Tbn.Code WHERE Tor.Code = ?"),
+                         code, [](const Query& q) { return ToText(q.value(4).toLongLong()); });
 }
 
 PartnerRecord SirRecord(qint64 code)
 {
-    PartnerRecord r;
-    Query q(db(), QStringLiteral("SELECT Sir.Code, Sir.SbnCode, Sir.Namae, Sbn.Namae, Sir.Sime, Sir.SimeFlag "
-                                 "FROM Sir LEFT JOIN Sbn ON Sir.SbnCode = Sbn.Code WHERE Sir.Code = ?"), {code});
-    if (!q.next()) {
-        r.sime = QStringLiteral("0");
-        return r;
-    }
-    r.classCode = q.value(1).toInt();
-    r.name = NullToEmpty(q.value(2));
-    r.className = EmptyToSpace(NullToEmpty(q.value(3)));
-    r.sime = q.value(5).toInt() == 2 ? ToText(q.value(4).toLongLong()) : ToText(session().Sime);
-    return r;
+    // The supplier's own closing day counts only with SimeFlag 2; otherwise the company's.
+    return partnerRecord(QStringLiteral("SELECT Sir.Code, Sir.SbnCode, Sir.Namae, Sbn.Namae, Sir.Sime, Sir.SimeFlag "
+                                        "FROM Sir LEFT JOIN Sbn ON Sir.SbnCode = Sbn.Code WHERE Sir.Code = ?"),
+                         code, [](const Query& q) {
+                             return q.value(5).toInt() == 2 ? ToText(q.value(4).toLongLong()) : ToText(session().Sime);
+                         });
 }
 
 QString ChiName(qint64 code)

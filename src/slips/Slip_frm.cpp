@@ -299,7 +299,13 @@ void Slip_frm::Register(const QString&) { saveSlip(false); }
 
 void Slip_frm::deleteByKey()
 {
-    if (!Ask(QStringLiteral("この伝票を削除してもよろしいですか？"), QStringLiteral("はい"), QStringLiteral("取消"))) return;
+    if (Ask(QStringLiteral("この伝票を削除してもよろしいですか？"), QStringLiteral("はい"), QStringLiteral("取消")))
+        deleteShownSlip();
+}
+
+// Both delete paths end alike; only their questions differ.
+void Slip_frm::deleteShownSlip()
+{
     pushHead();
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const bool done = cancelOldSlip(ed_);
@@ -316,15 +322,7 @@ void Slip_frm::deleteByButton()
     const bool ok = plainQuestionHook()
                         ? plainQuestionHook()(title, text)
                         : QMessageBox::question(this, title, text, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
-    if (!ok) return;
-    pushHead();
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    const bool done = cancelOldSlip(ed_);
-    QApplication::restoreOverrideCursor();
-    if (!done) return;
-    bu_.Action(QStringLiteral("CLEAR"));
-    clearLines();
-    bu_.focusItem(0);
+    if (ok) deleteShownSlip();
 }
 
 void Slip_frm::lookupInList(int index)

@@ -103,6 +103,7 @@ private:
     void deleteByButton();
     void lookupInList(int index);
     void pickSlipFromList();
+    void deleteShownSlip();
     static QString runLookup(const SlipLookup& l);
 
     // The grid (QtSlipGridKeys.cpp).
