@@ -5,10 +5,10 @@
 namespace {
 
 // "Code:L Kana:T10" -> columns
-QList<ColumnDef> cols(const char* spec)
+QList<ColumnDef> cols(const char* layout)
 {
     QList<ColumnDef> out;
-    for (const QString& part : QString::fromLatin1(spec).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+    for (const QString& part : QString::fromLatin1(layout).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
         const int colon = part.indexOf(QLatin1Char(':'));
         ColumnDef c{part.left(colon), part.at(colon + 1).toLatin1(), 0};
         if (c.type == 'T') c.width = part.mid(colon + 2).toInt();
@@ -17,7 +17,7 @@ QList<ColumnDef> cols(const char* spec)
     return out;
 }
 
-QStringList keys(const char* spec) { return QString::fromLatin1(spec).split(QLatin1Char(' '), Qt::SkipEmptyParts); }
+QStringList keys(const char* names) { return QString::fromLatin1(names).split(QLatin1Char(' '), Qt::SkipEmptyParts); }
 
 const char* kSimple = "Code:S Kana:T10 Namae:T20 Ryaku:T10";
 const char* kMoney12 = "Zenkaigaku:M Gaku:M HGaku:M NGaku:M KGaku:M Zeigaku:M KTotal:M "
