@@ -81,6 +81,7 @@ TEST(Dispatch, BuiltInItems)
 
 TEST(Dispatch, EndingAction)
 {
+    BackupStandIn::calls.clear();
     TempCompany co(2026);
     ASSERT_TRUE(co.open());
     ScriptedDialogs dlg;
