@@ -118,26 +118,24 @@ SlipSaveResult Register(SlipEditor& ed, const QString& mode)
     const short office = s.EigCode;
     long number = ed.number();
 
+    // A message never waits for the clerk while the write lock is held: other stations would stall.
+    if (mode == QLatin1String("EDIT") && !ed.checkPeriod()) return out;
     UnitOfWork unit(db);
-    if (!unit.active()) {
-        tellFailure(lockedError());
+    auto fail = [&](const QSqlError& e) {
+        unit.rollback();
+        tellFailure(e);
         return out;
-    }
+    };
+    if (!unit.active()) return fail(lockedError());
     const bool exists = scalar(db, QStringLiteral("SELECT Dno FROM %1 WHERE Dno=? AND EigCode=?").arg(ed.kind()),
                                {qlonglong(number), office})
                             .isValid();
     // Typing a number far ahead moves the counter on; an old free number leaves it alone.
-    if (!exists && !RaiseNextDno(ed.kind(), office, number + 1)) {
-        tellFailure(QSqlError(QStringLiteral("Eig"), QString(), QSqlError::StatementError, QStringLiteral("1")));
-        return out;
-    }
+    if (!exists && !RaiseNextDno(ed.kind(), office, number + 1))
+        return fail(QSqlError(QStringLiteral("Eig"), QString(), QSqlError::StatementError, QStringLiteral("1")));
     if (mode == QLatin1String("EDIT")) {
-        if (!ed.checkPeriod()) return out;
         const Step c = cancelRows(db, ed, number, office);
-        if (!c.ok()) {
-            tellFailure(c.error);
-            return out;
-        }
+        if (!c.ok()) return fail(c.error);
     }
 
     Step last;
@@ -158,14 +156,8 @@ SlipSaveResult Register(SlipEditor& ed, const QString& mode)
         out.numberChanged = true;
         number = nextFreeDno(ed.kind(), office);
     }
-    if (!written) {
-        tellFailure(last.error);
-        return out;
-    }
-    if (!unit.commit()) {
-        tellFailure(lockedError());
-        return out;
-    }
+    if (!written) return fail(last.error);
+    if (!unit.commit()) return fail(lockedError());
     out.saved = true;
     out.dno = number;
     ed.head.Dno = FormatRight(double(number), SlipFormat::Dno);
@@ -179,18 +171,14 @@ bool cancelOldSlip(SlipEditor& ed)
     if (!ed.checkPeriod()) return false;
     const QSqlDatabase db = session().MasterDb;
     UnitOfWork unit(db);
-    if (!unit.active()) {
-        tellFailure(lockedError());
+    auto fail = [&](const QSqlError& e) {
+        unit.rollback();
+        tellFailure(e);
         return false;
-    }
+    };
+    if (!unit.active()) return fail(lockedError());
     const Step c = cancelRows(db, ed, ed.number(), session().EigCode);
-    if (!c.ok()) {
-        tellFailure(c.error);
-        return false;
-    }
-    if (!unit.commit()) {
-        tellFailure(lockedError());
-        return false;
-    }
+    if (!c.ok()) return fail(c.error);
+    if (!unit.commit()) return fail(lockedError());
     return true;
 }
