@@ -128,13 +128,20 @@ bool inUnit(QString* error, Body body)
     return finishUnit(run, unit, error);
 }
 
+// A closing month that is not 1..13 (a date outside the year) posts nothing and says so.
+bool badMonth(const QString& month, QString* error)
+{
+    if (error) *error = QStringLiteral("対象年度の範囲内ではありません。") + QStringLiteral("(") + month.trimmed() + QStringLiteral(")");
+    return false;
+}
+
 } // namespace
 
 bool PostCustomer(qint64 TorCode, qint64 NouCode, const LedgerAmounts& amounts, const QString& month,
                   short EigCode, short SeiFlag, QString* error)
 {
     const int m = monthNumber(month);
-    if (!m) return false;
+    if (!m) return badMonth(month, error);
     return inUnit(error, [&](LedgerRun& run) {
         QSqlQuery& q = run.query(QStringLiteral("SELECT TorCode FROM Nou WHERE TorCode=?"), {TorCode});
         const bool hasDestinations = q.next();
@@ -155,7 +162,7 @@ bool PostLedger(const QString& kind, qint64 code, qint64 NouCode, const LedgerAm
                 const QString& month, short EigCode, short SeiFlag, int /*rollUp*/, QString* error)
 {
     const int m = monthNumber(month);
-    if (!m) return false;
+    if (!m) return badMonth(month, error);
     const bool customer = isCustomer(kind);
     return inUnit(error, [&](LedgerRun& run) {
         return postLedger(run, HeadKey{customer, code, customer ? NouCode : 0, EigCode}, amounts, m, SeiFlag);

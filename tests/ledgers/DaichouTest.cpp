@@ -133,6 +133,8 @@ TEST(Daichou, PostingJoinsTheCallersUnitOfWork)
     }
     EXPECT_EQ(c.count("SELECT COUNT(*) FROM Tto"), 0);
     EXPECT_EQ(c.count("SELECT COUNT(*) FROM TtoD"), 0);
-    EXPECT_FALSE(PostCustomer(100, 0, cash(100), QStringLiteral("RangeOver"), 1, 0));
+    QString error;
+    EXPECT_FALSE(PostCustomer(100, 0, cash(100), QStringLiteral("RangeOver"), 1, 0, &error));
+    EXPECT_TRUE(error.startsWith("対象年度の範囲内ではありません。"));
     EXPECT_EQ(c.count("SELECT COUNT(*) FROM Tto"), 0);
 }
