@@ -107,6 +107,7 @@ void Kaisya_frm::Display()
         start()->setText(periodMonth(NullToEmpty(Col(*row, QStringLiteral("SKai")))));
         fin()->setText(periodMonth(NullToEmpty(Col(*row, QStringLiteral("EKai")))));
     }
+    checkedSKai_ = item(iSKai)->text();
     const Session& s = session();
     const DateBoxes d = DateToBoxes(s.TaxChangeDate);
     item(iYear)->setText(d.year);
@@ -146,16 +147,8 @@ void Kaisya_frm::eboxLeft(int index)
 {
     const int it = itemOfBox(index);
     if (it == iSKai) {
-        QLineEdit* box = item(iSKai);
-        const StartPeriod p = checkStartPeriod(box->text(), session().Nendo, int(ToNum(item(iSime)->text())));
-        if (!p.message.isEmpty()) {
-            Tell(p.message);
-            SelectAll(box);
-            return;
-        }
-        start()->setText(p.start);
-        item(iEKai)->setText(p.eKai);
-        fin()->setText(p.fin);
+        checkedSKai_.clear();   // leaving the box always works the period out again
+        applyStartPeriod();
     } else if (it == iEKai) {
         fin()->setText(periodMonth(item(iEKai)->text()));
     }
@@ -183,9 +176,34 @@ void Kaisya_frm::commandClick(int index)
     EntryForm::commandClick(index);
 }
 
+// The start date's checks; a date not yet worked out sets the months and the end date.
+bool Kaisya_frm::applyStartPeriod()
+{
+    QLineEdit* box = item(iSKai);
+    const StartPeriod p = checkStartPeriod(box->text(), session().Nendo, int(ToNum(item(iSime)->text())));
+    if (!p.message.isEmpty()) {
+        Tell(p.message);
+        SelectAll(box);
+        return false;
+    }
+    if (box->text() != checkedSKai_) {
+        start()->setText(p.start);
+        item(iEKai)->setText(p.eKai);
+        fin()->setText(p.fin);
+        checkedSKai_ = box->text();
+    }
+    return true;
+}
+
 void Kaisya_frm::saveAndClose()
 {
     saved_ = false;
+    // F10 and the button save without leaving the field: the start date is checked here too,
+    // or a year the store has no file for would be written.
+    if (!applyStartPeriod()) {
+        item(iSKai)->setFocus();
+        return;
+    }
     bu_.Action(QStringLiteral("REGISTER"));
     // A store that refused has said so; the screen stays with what was typed.
     if (saved_) bu_.Action(QStringLiteral("CLOSE"));

@@ -28,7 +28,9 @@ protected:
 
 private:
     void saveAndClose();
+    bool applyStartPeriod();
     int itemOfBox(int index) const;
 
     bool saved_ = false;
+    QString checkedSKai_;   // the start date the months and the end date were last worked out from
 };

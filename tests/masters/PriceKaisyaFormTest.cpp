@@ -203,6 +203,21 @@ TEST_F(KaisyaFormTest, StartOfAnotherYearOrWithSlashesIsRefused)
         EXPECT_EQ(f()->start()->text(), "04");
     }
     EXPECT_EQ(cell("SELECT SKai FROM Com"), "20260401");
+
+    // F10 straight from the box, without leaving it, meets the same checks and writes nothing.
+    for (const Case& c : cases) {
+        dialogs.log.clear();
+        f()->bureaucrat().focusItem(9);
+        item(9)->setText(c.text);
+        QTest::keyClick(item(9), Qt::Key_F10);
+        EXPECT_EQ(dialogs.log, QStringList({"Tell:" + c.message}));
+        EXPECT_TRUE(f()->isVisible());
+    }
+    EXPECT_EQ(cell("SELECT SKai || EKai FROM Com"), "2026040120270331");
+    // A good date typed and saved at once brings its months and end date with it.
+    item(9)->setText("20260501");
+    QTest::keyClick(item(9), Qt::Key_F10);
+    EXPECT_EQ(cell("SELECT SKai || EKai || '|' || sTuki FROM Com"), "2026050120270430|5");
 }
 
 }  // namespace
