@@ -344,6 +344,10 @@ QString FormatRight(Money value, const QString& format)
     return rightAligned(applyPicture(decimalOf(value), format), format);
 }
 
+QString FormatNumber(double value, const QString& format) { return applyPicture(decimalOf(value), format); }
+
+QString FormatNumber(Money value, const QString& format) { return applyPicture(decimalOf(value), format); }
+
 QString ZeroPad13(QString& text)
 {
     if (text.isEmpty()) text = QStringLiteral("0");

@@ -45,6 +45,9 @@ qint32 ToInt32(const QString& text, bool* ok = nullptr);
 // picture loses its left part. Decimals round half away from zero.
 QString FormatRight(double value, const QString& format);
 QString FormatRight(Money value, const QString& format);
+// The number in the picture at its full width: no padding, nothing cut (totals, rates).
+QString FormatNumber(double value, const QString& format);
+QString FormatNumber(Money value, const QString& format);
 
 // Product code to its 13-digit stored form. "" becomes "0" in the argument too; a code
 // with anything but digits and blanks comes back as it is.

@@ -188,16 +188,17 @@ void SlipEditor::showTotals(int flag)
     for (const SlipLine& l : lines)
         if (!l.isEmpty()) t[n++] = taxOf(l);
     const SlipTotals s = slipTotals(std::span<const SlipLineTax>(t.data(), size_t(n)));
-    totals.net = money(s.sumNet, SlipFormat::Total);
-    totals.zei = money(s.sumZei, SlipFormat::Total);
-    totals.total = money(s.sumNet + s.sumZei, SlipFormat::Total);
-    totals.profit = money(sales() ? s.sumNet - s.sumOther : s.sumOther - s.sumNet, SlipFormat::Total);
+    // Totals are shown whole: unlike a grid cell, a total never loses its sign or a digit.
+    totals.net = FormatNumber(s.sumNet, SlipFormat::Total);
+    totals.zei = FormatNumber(s.sumZei, SlipFormat::Total);
+    totals.total = FormatNumber(s.sumNet + s.sumZei, SlipFormat::Total);
+    totals.profit = FormatNumber(sales() ? s.sumNet - s.sumOther : s.sumOther - s.sumNet, SlipFormat::Total);
     if (s.sumNet == Money() || s.sumOther == Money()) {
         totals.rate = QStringLiteral("***.**");
     } else {
         const double rate = sales() ? (s.sumNet - s.sumOther) / s.sumNet * 100.0
                                     : (s.sumOther - s.sumNet) / s.sumOther * 100.0;
-        totals.rate = FormatRight(rate, SlipFormat::Rate);
+        totals.rate = FormatNumber(rate, SlipFormat::Rate);
     }
 }
 

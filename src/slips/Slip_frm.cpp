@@ -221,7 +221,9 @@ void Slip_frm::numberEnter(int& keyCode)
 void Slip_frm::listLeft(int index)
 {
     if (pulling_) return;
+    // The grid may hold text typed without Enter; it is read back before anything redraws it.
     pushHead();
+    pushRows();
     switch (index) {
     case ClassList:
         ed_.classLeft();
@@ -248,6 +250,8 @@ void Slip_frm::listLeft(int index)
 void Slip_frm::officeChange()
 {
     ChangeOffice();
+    // The menu shows the office too, and must not go on showing the old one.
+    if (main_menu_frm* menu = main_menu_frm::instance()) menu->refreshHeader();
     clearDisplay();
     office_->setText(session().EigNamae.trimmed());
     bu_.Action(QStringLiteral("CLEAR"));
@@ -404,8 +408,15 @@ bool Slip_frm::eventFilter(QObject* watched, QEvent* event)
         if (g != gridOf_.constEnd()) gridFocusIn(g->first, g->second);
         else {
             tip_->hide();
-            if (e >= 0) bu_.eboxGotFocus(e);
-            else if (c >= 0) bu_.cboxGotFocus(c);
+            if (e >= 0) {
+                // The slip screen has two mode captions only: the controller's "修正" never shows,
+                // a saved slip stays "参照" while it is amended.
+                const QString caption = mode_->text();
+                bu_.eboxGotFocus(e);
+                mode_->setText(ed_.mode == QLatin1String("EDIT") ? QStringLiteral("参照") : caption);
+            } else if (c >= 0) {
+                bu_.cboxGotFocus(c);
+            }
         }
         break;
     case QEvent::FocusOut: {

@@ -228,3 +228,11 @@ TEST(Convert, ToText)
 }
 
 }  // namespace
+
+TEST(Convert, FormatNumberKeepsEveryDigitAndTheSign)
+{
+    EXPECT_EQ(FormatNumber(-170.0, "##0.00"), "-170.00");
+    EXPECT_EQ(FormatNumber(123456789.0, "##,###,##0"), "123,456,789");
+    EXPECT_EQ(FormatNumber(Money::fromYen(-1100), "##,###,##0"), "-1,100");
+    EXPECT_EQ(FormatRight(123456789.0, "##,###,##0"), "23,456,789");   // the cell rule cuts
+}

@@ -116,6 +116,12 @@ TEST_F(SlipTest, GrossMarginAndRateBothSides)
     EXPECT_EQ(t(buy.totals.profit), "-900");
     EXPECT_EQ(t(buy.totals.rate), "45.00");   // (-2000 + 1100) / -2000
 
+    SlipEditor loss("Dur");
+    startSlip(loss, "0", 1);
+    typeLine(loss, 0, "1001", "1", "200");    // sold below its cost of 600: the sign is kept
+    EXPECT_EQ(t(loss.totals.profit), "-400");
+    EXPECT_EQ(t(loss.totals.rate), "-200.00");
+
     SlipEditor none("Dur");
     startSlip(none, "0", 1);
     typeLine(none, 0, "1001", "1", "0");      // no net amount

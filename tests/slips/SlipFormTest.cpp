@@ -168,6 +168,8 @@ TEST_F(SlipFormTest, AmendingAPostedSlipLocksTheListsAndLeavesTheNegativeImage)
     enter("1");
     EXPECT_EQ(text(form->mode()), "参照");
     EXPECT_EQ(text(form->total(1)), "50");
+    press(Qt::Key_Return);                          // into the date: still "参照", never "修正"
+    EXPECT_EQ(text(form->mode()), "参照");
     // The partner cannot be changed by keys.
     QComboBox* partner = form->list(Slip_frm::PartnerList);
     partner->setFocus();
@@ -269,4 +271,20 @@ TEST_F(SlipFormTest, ClosingReturnsToTheLedgerListWhenCalledFromIt)
     QWidget* list = screen("ListDaichou_frm");
     EXPECT_TRUE(list->isVisible());
     delete list;
+}
+
+TEST_F(SlipFormTest, LeavingThePartnerListKeepsTextTypedInTheGrid)
+{
+    open();
+    typeHead("", 2);
+    press(Qt::Key_Return);
+    enter("1001");
+    // A name overtyped without Enter, then back to the customer list and on.
+    auto* name = qobject_cast<QLineEdit*>(form->cell(Slip_frm::fHinNamae, 0));
+    ASSERT_TRUE(name);
+    name->setText("特注ボールペン");
+    form->list(Slip_frm::PartnerList)->setFocus();
+    press(Qt::Key_Return);
+    EXPECT_EQ(text(form->cell(Slip_frm::fHinNamae, 0)), "特注ボールペン");
+    EXPECT_EQ(text(form->cell(Slip_frm::fHinCode, 0)), "1001");
 }
