@@ -38,6 +38,7 @@ protected:
     // Enter saves and clears, Up goes back to the last field.
     virtual void recFieldKeyDown(int& keyCode, int shift);
     virtual void commandClick(int index);
+    const QList<QPushButton*>& commandButtons() const { return built_.commands; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;

@@ -2,8 +2,8 @@
 
 #include "entry/Convert.h"
 #include "entry/Recordset.h"
-#include "shell/Dialogs.h"
 #include "store/Sql.h"
+#include "shell/Dialogs.h"
 
 namespace {
 // Each failed insert takes a fresh code, so only a flood of other stations could use these up.
@@ -106,9 +106,9 @@ DealSaveOutcome registerDeal(Recordset& rs, const DealKind& kind, const QString&
                 Tell(QStringLiteral("マスターは、No.") + ToText(code) + QStringLiteral("で登録しました。"));
             return out;
         }
+        // The store already waited its busy timeout; the clerk decides whether to wait again.
         if (e == ErrorClass::Busy) {
-            // The store already waited its busy timeout; say so rather than wait for ever.
-            Tell(StoreErrorText(rs.lastError()));
+            if (AskRetryLocked(StoreErrorText(rs.lastError()))) continue;
             break;
         }
         if (e != ErrorClass::Duplicate) break;

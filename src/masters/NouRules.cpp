@@ -2,8 +2,8 @@
 
 #include "entry/Convert.h"
 #include "entry/Recordset.h"
-#include "shell/Dialogs.h"
 #include "store/Sql.h"
+#include "shell/Dialogs.h"
 
 namespace {
 constexpr int kMaxAttempts = 50;
@@ -54,8 +54,9 @@ NouSaveOutcome registerNou(const QSqlDatabase& db, const QString& mode, qint64 t
                 Tell(QStringLiteral("納入先は、No.") + ToText(code) + QStringLiteral("で登録しました。"));
             return out;
         }
+        // The store already waited its busy timeout; the clerk decides whether to wait again.
         if (e == ErrorClass::Busy) {
-            Tell(StoreErrorText(err));
+            if (AskRetryLocked(StoreErrorText(err))) continue;
             return out;
         }
         if (e != ErrorClass::Duplicate) return out;

@@ -1,4 +1,5 @@
 #include "masters/Nou_frm.h"
+#include <QPushButton>
 
 #include <QComboBox>
 #include <QLabel>
@@ -48,6 +49,9 @@ Nou_frm::Nou_frm(QWidget* parent) : EntryForm(parent)
 {
     setAttribute(Qt::WA_DeleteOnClose);
     buildForm(QStringLiteral("納入先マスター"), nouFields(), false, true);
+    // This screen's clear button has always been captioned in half-width kana.
+    for (QPushButton* b : commandButtons())
+        if (b->text() == QLatin1String("画面クリア(F1)")) b->setText(QStringLiteral("画面ｸﾘｱ(F1)"));
     const QList<QComboBox*> c = cbox();
     ListChi(c[cChi]);
     SetListKeisho(c[cKeisho]);
@@ -79,6 +83,8 @@ void Nou_frm::formKeyDown(bool list, int index, int& keyCode, int shift)
         const std::optional<QString> tor = LookUp(this, QStringLiteral("Tor"), tbn->trimmed());
         if (!tor) return;
         b[eTor]->setText(*tor);
+        // The lookup window held the focus, so the field may never see itself left: show the name now.
+        eboxLeft(eTor);
         keyCode = vbKeyReturn;
     } else if (keyCode == vbKeyF6 && index == eCode) {
         keyCode = 0;
@@ -88,13 +94,7 @@ void Nou_frm::formKeyDown(bool list, int index, int& keyCode, int shift)
         keyCode = vbKeyReturn;
     }
     if (keyCode != vbKeyReturn) return;
-    if (index == eCode) {
-        findDestination();
-    } else if (index == eYubin && HasText(b[eYubin]->text())) {
-        const QString digits = DigitText(b[eYubin]->text());
-        const QString address = digits == QLatin1String("0") ? QString() : ZipAddress(digits);
-        if (!address.isEmpty()) b[eAddr1]->setText(CutToBytes(address, b[eAddr1]->maxLength()));
-    }
+    if (index == eCode) findDestination();
 }
 
 void Nou_frm::findDestination()
@@ -121,8 +121,12 @@ void Nou_frm::findDestination()
 void Nou_frm::eboxLeft(int index)
 {
     const QList<QLineEdit*> b = ebox();
-    if (index == eName) {
-        CopyIfEmpty(b[eName], b[eShort]);
+    if (index == eYubin) {
+        // Leaving the postal code, by any key, fills the first address line.
+        if (!HasText(b[eYubin]->text())) return;
+        const QString digits = DigitText(b[eYubin]->text());
+        const QString address = digits == QLatin1String("0") ? QString() : ZipAddress(digits);
+        if (!address.isEmpty()) b[eAddr1]->setText(CutToBytes(address, b[eAddr1]->maxLength()));
         return;
     }
     if (index != eTor) return;

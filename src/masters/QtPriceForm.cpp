@@ -145,15 +145,10 @@ void PriceForm::Register(const QString&)
     const QSqlDatabase db = session().MasterDb;
     const PricePartner p = partner();
     const QString hin = storedHinCode();
-    // Only a price of a partner, destination and product that exist is kept.
-    const bool known = pricePartnerName(db, *kind_, p.code).has_value()
-                       && (!kind_->withNou || nouRow(db, p.code, p.nou).has_value())
-                       && HinName(hin) != QLatin1String("NoMatch");
-    if (known) {
-        QSqlError err;
-        if (registerPrice(db, *kind_, p, hin, ToCur(ebox()[priceBox_]->text()), &err) != ErrorClass::None)
-            Tell(StoreErrorText(err));
-    }
+    // The price is kept as typed; one for a product that does not exist stays out of the list.
+    QSqlError err;
+    if (registerPrice(db, *kind_, p, hin, ToCur(ebox()[priceBox_]->text()), &err) != ErrorClass::None)
+        Tell(StoreErrorText(err));
     showPriceList();
     ebox()[hinBox_]->clear();
     ebox()[priceBox_]->clear();

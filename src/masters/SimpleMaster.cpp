@@ -2,9 +2,9 @@
 
 #include "entry/Convert.h"
 #include "entry/Recordset.h"
-#include "shell/Dialogs.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
+#include "shell/Dialogs.h"
 
 namespace {
 QStringList labels(std::initializer_list<const char*> l)
@@ -82,9 +82,9 @@ RegisterOutcome registerSimpleRow(Recordset& rs, const SimpleMasterKind& kind, c
             if (out.codeChanged) Tell(kind.savedPrefix + out.code + QStringLiteral("で登録しました。"));
             return out;
         }
+        // The store already waited its busy timeout; the clerk decides whether to wait again.
         if (e == ErrorClass::Busy) {
-            // The store already waited its busy timeout; say so instead of waiting forever.
-            Tell(StoreErrorText(rs.lastError()));
+            if (AskRetryLocked(StoreErrorText(rs.lastError()))) continue;
             break;
         }
         if (e != ErrorClass::Duplicate) break;

@@ -25,3 +25,11 @@ inline void Tell(const QString& m) { dialogs().Tell(m); }
 inline QString Request(const QString& m, const QString& d) { return dialogs().Request(m, d); }
 inline void ShowWait(const QString& m) { dialogs().ShowWait(m); }
 inline void HideWait() { dialogs().HideWait(); }
+
+// After the store has waited out another station's lock: says so and lets the clerk try the
+// same save again, so what was typed is not thrown away. True: try again.
+inline bool AskRetryLocked(const QString& errorText)
+{
+    return Ask(errorText + QStringLiteral("\n他の端末が使用中です。もう一度保存しますか？"), QStringLiteral("はい"),
+               QStringLiteral("いいえ"));
+}

@@ -21,7 +21,7 @@ SysFunc_frm::SysFunc_frm(QWidget* parent) : EntryForm(parent)
 
 void SysFunc_frm::showRow()
 {
-    ebox()[0]->setText(ToText(rows_.currentKey()));
+    ebox()[0]->setText(FormatRight(double(rows_.currentKey()), QStringLiteral("#######0")));
     ebox()[1]->setText(NullToEmpty(rows_.value(QStringLiteral("contents"))));
 }
 
@@ -44,7 +44,7 @@ void SysFunc_frm::formKeyDown(bool list, int index, int& keyCode, int shift)
     }
     bu_.State = QStringLiteral("NEW");
     bu_.clearDisplay();
-    code->setText(QString::number(number));
+    code->setText(FormatRight(double(number), QStringLiteral("#######0")));
     mode()->setText(QStringLiteral("新規"));
     bu_.CurCode = number;
 }

@@ -20,6 +20,16 @@ protected:
     QLineEdit* box(int i) const { return f()->ebox()[i]; }
 };
 
+TEST_F(NouFormTest, LeavingThePostalCodeByDownFillsTheAddress)
+{
+    enter("1");
+    enter("0");
+    box(7)->setFocus();
+    typeText("100-0001");
+    press(Qt::Key_Down);
+    EXPECT_EQ(box(8)->text(), "東京都千代田区千代田");
+}
+
 TEST_F(NouFormTest, NumberedPerCustomerFromOne)
 {
     enter("1");
@@ -30,7 +40,7 @@ TEST_F(NouFormTest, NumberedPerCustomerFromOne)
     EXPECT_EQ(f()->mode()->text(), "新規");
     enter("ﾐﾅﾐ");
     enter("南倉庫");
-    EXPECT_EQ(box(4)->text(), "南倉庫");
+    EXPECT_TRUE(box(4)->text().isEmpty());          // no short name is made up for a destination
     press(Qt::Key_Return);
     press(Qt::Key_Return);
     pick(1);
@@ -45,7 +55,7 @@ TEST_F(NouFormTest, NumberedPerCustomerFromOne)
     press(Qt::Key_Return);
     EXPECT_EQ(cell("SELECT Kana || '|' || Namae || '|' || Ryaku || '|' || ChiCode || '|' || Ntantou || '|' || KeishoCode "
                    "|| '|' || Yubin || '|' || Addr1 || '|' || SeiFlag || '|' || CkuCode FROM Nou WHERE TorCode = 1 AND Code = 1"),
-              "ﾐﾅﾐ|南倉庫|南倉庫|1|田中|1|100-0001|東京都千代田区千代田|2|1");
+              "ﾐﾅﾐ|南倉庫| |1|田中|1|100-0001|東京都千代田区千代田|2|1");
     EXPECT_TRUE(f()->TorLabel()->text().isEmpty());
     EXPECT_EQ(focused(), box(0));
 

@@ -68,17 +68,18 @@ TEST_F(PriceFormTest, CustomerPricesRunBackToTheProduct)
     EXPECT_EQ(grid(), QStringList({"1|鉛筆|     0.00", "2|消しゴム|    60.00"}));
     EXPECT_EQ(cell("SELECT group_concat(HinCode || '=' || Tanka, ',') FROM (SELECT * FROM Tka ORDER BY HinCode)"),
               "0000000000001=0,0000000000002=600000,0000000000003=10000");
-    enter("9");                                     // no such product: nothing stored
+    enter("9");                                     // no such product: kept, but out of the list
     EXPECT_EQ(f()->sHinNamae()->text(), "NoMatch");
     enter("5");
     press(Qt::Key_Return);
-    EXPECT_EQ(count("Tka"), 3);
+    EXPECT_EQ(count("Tka"), 4);
+    EXPECT_EQ(grid().size(), 2);
     EXPECT_TRUE(dialogs.log.isEmpty()) << qPrintable(dialogs.log.join("\n"));
 
     dialogs.askAnswers = {false, true};
     doubleClickRow(1);
     EXPECT_EQ(dialogs.of("Ask").size(), 1);
-    EXPECT_EQ(count("Tka"), 3);
+    EXPECT_EQ(count("Tka"), 4);
     doubleClickRow(1);
     EXPECT_EQ(dialogs.of("Ask"), QStringList({"削除しますか？", "削除しますか？"}));
     EXPECT_EQ(grid(), QStringList({"1|鉛筆|     0.00"}));
