@@ -38,6 +38,7 @@ struct Session {
     QDate TaxChangeDate;
     QString MenuKey;
     QString SlipCaller;
+    bool SlipPrinting = false;    // a delivery slip is being printed
 };
 
 // The one session of the process.

@@ -37,11 +37,16 @@ bool slipPageDrawerInstalled() { return bool(drawerHook()); }
 
 bool PrintSlip(long dno, QPrinter& printer)
 {
-    if (!drawerHook()) {
+    // The mark of a print in progress, up for exactly the length of the print.
+    Session& s = session();
+    s.SlipPrinting = true;
+    bool printed = false;
+    if (!drawerHook())
         Tell(QStringLiteral("納品書の印刷はまだ用意されていません。伝票は保存されています。"));
-        return false;
-    }
-    return drawerHook()(dno, printer);
+    else
+        printed = drawerHook()(dno, printer);
+    s.SlipPrinting = false;
+    return printed;
 }
 
 void printAfterSave(const QString& kind, long dno)
