@@ -110,6 +110,7 @@ bool MenuRun(const QString& caption)
     if (!m->menuKey.isEmpty()) s.MenuKey = m->menuKey;
     // Tells a slip screen it was not called from a ledger list.
     if (isSlipScreen(m->form)) s.SlipCaller = QStringLiteral("Menu");
+    if (!screenMayOpen(m->form)) return true;
     return openScreen(m->form) != nullptr;
 }
 

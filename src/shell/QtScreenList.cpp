@@ -5,6 +5,9 @@
 #include "masters/ms_frm.h"
 #include "masters/Tan_frm.h"
 #include "masters/Deal_frm.h"
+#include "masters/DealRules.h"
+#include "shell/Dialogs.h"
+#include "shell/Session.h"
 #include "masters/Nou_frm.h"
 #include "masters/Hin_frm.h"
 #include "masters/Price_frm.h"
@@ -27,6 +30,13 @@ void registerAllScreens()
     registerScreen("ms_frm", [] { return new ms_frm; });
     registerScreen("Tan_frm", [] { return new Tan_frm; });
     registerScreen("Deal_frm", [] { return new Deal_frm; });
+    // Partners need their classes first.
+    registerOpeningCheck("Deal_frm", [] {
+        const DealKind* kind = dealKind(session().MenuKey);
+        const QString refusal = kind ? classMissingMessage(session().MasterDb, *kind) : QString();
+        if (!refusal.isEmpty()) Tell(refusal);
+        return refusal.isEmpty();
+    });
     registerScreen("Nou_frm", [] { return new Nou_frm; });
     registerScreen("Hin_frm", [] { return new Hin_frm; });
     registerScreen("Price_frm", [] { return new Price_frm; });

@@ -14,6 +14,11 @@ QHash<QString, QPointer<QWidget>>& instances()
     static QHash<QString, QPointer<QWidget>> i;
     return i;
 }
+QHash<QString, OpeningCheck>& checks()
+{
+    static QHash<QString, OpeningCheck> c;
+    return c;
+}
 }
 
 void registerScreen(const QString& formName, ScreenFactory factory) { factories()[formName] = std::move(factory); }
@@ -27,4 +32,12 @@ QWidget* screen(const QString& formName)
     QPointer<QWidget>& inst = instances()[formName];
     if (!inst) inst = (*f)();
     return inst;
+}
+
+void registerOpeningCheck(const QString& formName, OpeningCheck check) { checks()[formName] = std::move(check); }
+
+bool screenMayOpen(const QString& formName)
+{
+    const auto c = checks().constFind(formName);
+    return c == checks().constEnd() || !*c || (*c)();
 }

@@ -14,5 +14,11 @@ bool screenExists(const QString& formName);
 // The one instance of the form, created on first use; nullptr for an unknown name.
 // A form that closes itself with WA_DeleteOnClose is created anew next time.
 QWidget* screen(const QString& formName);
+// A screen may refuse to open (a master it needs is empty): the check says why itself and
+// answers false. The menu asks it before the form is made, so nothing flashes open.
+using OpeningCheck = std::function<bool()>;
+void registerOpeningCheck(const QString& formName, OpeningCheck check);
+bool screenMayOpen(const QString& formName);
+
 // Registers every screen the program has (the list lives in QtScreenList.cpp).
 void registerAllScreens();
