@@ -1,0 +1,36 @@
+#pragma once
+// Where documents go. The caller opens an output (printer, preview or PDF, made by the UI
+// library, or a recording one in tests), makes it current for the length of a run, and
+// finishes it: several documents in a row (the invoice run) go to one output, so one PDF holds
+// them all in run order.
+#include <QString>
+
+class PageSurface;
+
+class PageOutput {
+public:
+    virtual ~PageOutput() = default;
+    // The surface the next page is drawn on; the same object for every page of the output.
+    virtual PageSurface* surface() = 0;
+    // Ends the output: the last page comes out, a file is closed. False and *error on failure
+    // (a PDF that cannot be written leaves no half file).
+    virtual bool finish(QString* error) = 0;
+    // Pages ended so far.
+    virtual int pages() const = 0;
+};
+
+// The output of the documents printed now; nullptr means none: VtmlPrint then fails with a
+// clear message.
+PageOutput* currentPageOutput();
+void setCurrentPageOutput(PageOutput* out);
+
+// Makes an output current for a scope and restores the previous one.
+class ScopedPageOutput {
+public:
+    explicit ScopedPageOutput(PageOutput* out) : prev_(currentPageOutput()) { setCurrentPageOutput(out); }
+    ~ScopedPageOutput() { setCurrentPageOutput(prev_); }
+    ScopedPageOutput(const ScopedPageOutput&) = delete;
+    ScopedPageOutput& operator=(const ScopedPageOutput&) = delete;
+private:
+    PageOutput* prev_;
+};

@@ -1,0 +1,61 @@
+#pragma once
+// The page language interpreter and the report data driver. One interpreter in the process,
+// one document at a time; its state is global as reports expect (Zoubun and RowsPerPage keep
+// their values from the previous document).
+//
+// A report: VtmlClear(); VtmlAddField(...) for each column; PbSetRows(rows); PbSetForm(form);
+// VtmlAddLine(...) for each line; VtmlPrint(). VtmlPrint draws on the current page output
+// (PageOutput.h). A failure (a line or field out of bounds, an overflow, a tag without its
+// arguments, a column not in the rows, a surface error) stops the document: VtmlPrint returns
+// false, vtmlLastError() says why in the system's wording ("エラー：" and the text), and the
+// caller tells it. Nothing is drawn half: a document that fails before its first page ends
+// draws nothing.
+#include <memory>
+#include <QString>
+#include "pageout/VtmlField.h"
+#include "store/Money.h"
+
+class ReportRows;
+class ReportForm;
+class PageSurface;
+
+void VtmlClear();
+bool VtmlAddField(const VtmlField& f);   // false past index 20 (the document is then failed)
+bool VtmlAddLine(const QString& line);   // false past index 1000 (the document is then failed)
+bool VtmlPrint();
+const QString& vtmlLastError();
+
+// The rows and the report form of the document (not owned; they outlive VtmlPrint).
+void PbSetRows(ReportRows* rows);
+void PbSetForm(ReportForm* form);
+
+// Drawing from a callback.
+void PbText(const QString& text);
+void PbSetX(double x);
+void PbSetY(double y);
+double PbCurX();
+double PbCurY();
+
+// Totals (indices 0 to 20) and the report flags, reset by VtmlClear.
+Money PbPageTotal(int i);
+Money PbRunningTotal(int i);
+void PbSetPageTotal(int i, Money v);
+void PbSetRunningTotal(int i, Money v);
+void PbSetNoHeadRule(bool on);
+void PbSetNoTotals(bool on);
+void PbSetGroupField(const QString& column);
+bool PbDataEnded();
+int VtmlPageNo();
+
+// The installation flags (zSysFunc 2, 823, 184) and the report's ShrinkOff.
+void VtmlSetShrinkMode(bool on);
+void VtmlSetKeepPageSetup(bool on);
+void VtmlSetShrinkOff(bool on);
+bool VtmlShrinkOff();
+
+// Fixed-width number text: the number in the pattern, behind 20 blanks, cut from the right to
+// the pattern's length.
+QString FixedNumberText(double value, const QString& pattern);
+QString FixedNumberText(Money value, const QString& pattern);
+// The numeric pattern language of the reports: '#', '0' and ','.
+QString FormatNumber(double value, const QString& pattern);
