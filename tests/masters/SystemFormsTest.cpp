@@ -6,9 +6,9 @@
 
 #include "entry/FormDriver.h"
 #include "shell/Session.h"
-#include "store/Opt_frm.h"
+#include "masters/Opt_frm.h"
 #include "store/Sql.h"
-#include "store/SysFunc_frm.h"
+#include "masters/SysFunc_frm.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempCompany.h"
 

@@ -1,4 +1,4 @@
-#include "store/Opt_frm.h"
+#include "masters/Opt_frm.h"
 
 #include <QLineEdit>
 

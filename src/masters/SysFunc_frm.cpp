@@ -1,4 +1,4 @@
-#include "store/SysFunc_frm.h"
+#include "masters/SysFunc_frm.h"
 
 #include <QLabel>
 #include <QLineEdit>
