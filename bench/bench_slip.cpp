@@ -12,6 +12,7 @@
 #include "shell/Session.h"
 #include "slips/SlipEditor.h"
 #include "slips/SlipRegister.h"
+#include "shell/MenuCaptions.h"
 #include "store/NewCompany.h"
 #include "store/Sql.h"
 #include "store/Store.h"
@@ -46,6 +47,7 @@ bool setUpCompany(const QString& dir)
 {
     NewCompanyOptions o;
     o.year = 2026;
+    o.menu = standardMenuRows();
     QString error;
     if (!createCompany(dir, o, &error)) {
         std::fprintf(stderr, "%s\n", qPrintable(error));

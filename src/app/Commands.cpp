@@ -2,6 +2,7 @@
 #include <cstdio>
 #include <QDir>
 #include "ledgers/LedgerCommands.h"
+#include "shell/MenuCaptions.h"
 #include "store/NewCompany.h"
 
 namespace {
@@ -49,6 +50,7 @@ int runNew(const QStringList& args)
     for (const QString& k : o.keys())
         if (k != QLatin1String("year") && k != QLatin1String("start-month") && k != QLatin1String("company")) return usage();
     NewCompanyOptions opt;
+    opt.menu = standardMenuRows();
     if (!intOption(o, QStringLiteral("year"), opt.year) || !intOption(o, QStringLiteral("start-month"), opt.startMonth))
         return 2;
     if (o.contains(QStringLiteral("company"))) opt.company = o[QStringLiteral("company")];

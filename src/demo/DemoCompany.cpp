@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
+#include "shell/MenuCaptions.h"
 #include "store/NewCompany.h"
 #include "store/Sql.h"
 #include "demo/DemoMasters.h"
@@ -63,6 +64,7 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
     n.year = year;
     n.startMonth = startMonth;
     n.company = demoCompanyName();
+    n.menu = standardMenuRows();
     if (!createCompany(dir, n, error)) return false;
 
     const QString master = root + QStringLiteral("/MASTER.db");

@@ -2,7 +2,7 @@
 
 #include <QSqlRecord>
 #include "entry/Convert.h"
-#include "shell/Session.h"
+#include "store/Session.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 

@@ -4,7 +4,7 @@
 #include <QSqlQuery>
 #include <QVariant>
 
-#include "shell/Session.h"
+#include "store/Session.h"
 
 namespace {
 

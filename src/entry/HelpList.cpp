@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <QSqlRecord>
 #include "entry/Convert.h"
-#include "shell/Session.h"
+#include "store/Session.h"
 #include "store/Money.h"
 #include "store/Schema.h"
 #include "store/Sql.h"

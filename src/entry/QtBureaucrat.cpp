@@ -13,7 +13,7 @@
 #include "entry/KeyCodes.h"
 #include "entry/QtListFields.h"
 #include "entry/Recordset.h"
-#include "shell/Session.h"
+#include "store/Session.h"
 
 namespace {
 const QString kMsgText = QStringLiteral("↑で戻ります｡リターンキーで次の項目に移動｡");

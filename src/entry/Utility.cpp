@@ -3,7 +3,7 @@
 
 #include <QDateTime>
 #include "entry/Convert.h"
-#include "shell/Session.h"
+#include "store/Session.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 

@@ -1,5 +1,6 @@
 #include "shell/Dialogs.h"
 #include <cstdio>
+#include "store/Store.h"
 
 namespace {
 // Used before a screen exists (command line, batch): texts go to stderr.
@@ -26,4 +27,14 @@ Dialogs* setDialogs(Dialogs* d)
     Dialogs* prev = installed;
     installed = d;
     return prev;
+}
+
+void ShowStoreFailure()
+{
+    dialogs().MessageBox(QStringLiteral("エラー"), storeFailureText(lastStoreFailure()));
+}
+
+void TellStoreNotices()
+{
+    for (const QString& notice : takeStoreNotices()) Tell(notice);
 }

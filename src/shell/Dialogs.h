@@ -26,6 +26,11 @@ inline QString Request(const QString& m, const QString& d) { return dialogs().Re
 inline void ShowWait(const QString& m) { dialogs().ShowWait(m); }
 inline void HideWait() { dialogs().HideWait(); }
 
+// The store shows nothing itself: the box of its last failure to open or attach ("エラー",
+// "エラー番号 ..."), and what opening did that the clerk must hear of (a repair), are shown here.
+void ShowStoreFailure();
+void TellStoreNotices();
+
 // After the store has waited out another station's lock: says so and lets the clerk try the
 // same save again, so what was typed is not thrown away. True: try again.
 inline bool AskRetryLocked(const QString& errorText)

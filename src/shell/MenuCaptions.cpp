@@ -61,3 +61,10 @@ const QStringList& menuGroupCaptions()
         QStringLiteral("マスター"), QStringLiteral("得意先"), QStringLiteral("仕入先"), QStringLiteral("その他")};
     return groups;
 }
+
+QList<QPair<int, QString>> standardMenuRows()
+{
+    QList<QPair<int, QString>> rows;
+    for (const MenuCaption& m : menuCaptions()) rows << qMakePair(m.group, m.caption);
+    return rows;
+}

@@ -2,6 +2,7 @@
 // The captions the menu knows, in the dispatcher's order, with the group a new company puts
 // them in. `offer`: ledger processing is offered before the screen opens.
 #include <QList>
+#include <QPair>
 #include <QString>
 
 struct MenuCaption {
@@ -16,3 +17,5 @@ const QList<MenuCaption>& menuCaptions();
 const MenuCaption* findMenuCaption(const QString& caption);
 // The seven left captions, group 0..6.
 const QStringList& menuGroupCaptions();
+// The menu of a new company: group and caption of each entry above, in order.
+QList<QPair<int, QString>> standardMenuRows();

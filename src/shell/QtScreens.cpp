@@ -41,3 +41,10 @@ bool screenMayOpen(const QString& formName)
     const auto c = checks().constFind(formName);
     return c == checks().constEnd() || !*c || (*c)();
 }
+
+void forgetScreenInstances()
+{
+    for (QPointer<QWidget>& w : instances())
+        if (w) delete w.data();
+    instances().clear();
+}

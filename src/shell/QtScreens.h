@@ -19,6 +19,8 @@ QWidget* screen(const QString& formName);
 using OpeningCheck = std::function<bool()>;
 void registerOpeningCheck(const QString& formName, OpeningCheck check);
 bool screenMayOpen(const QString& formName);
+// Deletes every kept instance (the factories stay): a test starts with no screen open.
+void forgetScreenInstances();
 
 // Registers every screen the program has (the list lives in QtScreenList.cpp).
 void registerAllScreens();

@@ -209,8 +209,12 @@ StartupResult runStartup(MenuModel& menu, const StartupHooks& hooks)
     // 2
     s.SlipDate = QDate::currentDate();
     s.CashDate = s.SlipDate;
-    // 3: a failure has shown the store's error box
-    if (!OpenStore()) return stopAfter({});
+    // 3
+    if (!OpenStore()) {
+        ShowStoreFailure();
+        return stopAfter({});
+    }
+    TellStoreNotices();
     // 4
     call(hooks.showSplash);
     auto fail = [&](const QString& m) {
@@ -220,10 +224,16 @@ StartupResult runStartup(MenuModel& menu, const StartupHooks& hooks)
     // 5
     if (QString e = readCompany(s, &r.title); !e.isEmpty()) return fail(e);
     // 6
-    if (!OpenSlip()) return fail({});   // the store's error box has been shown
+    if (!OpenSlip()) {
+        ShowStoreFailure();
+        return fail({});
+    }
+    TellStoreNotices();
     const bool attached = AttachSlipTables();
     CloseSlip();
-    if (!attached) return fail(QStringLiteral("%1年度の伝票ファイルを接続できません。終了します。").arg(s.Nendo));
+    if (!attached)
+        return fail(QStringLiteral("%1年度の伝票ファイルを接続できません。終了します。\n").arg(s.Nendo)
+                    + lastStoreFailure().description);
     // 7
     if (QString e = readOffices(s, &r.showOffice); !e.isEmpty()) return fail(e);
     // 8

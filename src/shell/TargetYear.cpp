@@ -1,5 +1,6 @@
 #include "shell/TargetYear.h"
 #include <QFileInfo>
+#include "shell/Dialogs.h"
 #include "shell/Session.h"
 #include "store/Store.h"
 
@@ -12,9 +13,17 @@ QList<int> AvailableYears()
 }
 
 namespace {
+// The store shows nothing itself: its failure box, or the notice of a repair, is shown here.
+bool told(bool ok)
+{
+    if (ok) TellStoreNotices();
+    else ShowStoreFailure();
+    return ok;
+}
+
 bool attachYear()
 {
-    const bool ok = OpenSlip() && AttachSlipTables();
+    const bool ok = told(OpenSlip()) && told(AttachSlipTables());
     CloseSlip();
     return ok;
 }
@@ -26,12 +35,12 @@ YearChange ChangeTargetYear(int year)
     const int old = s.Nendo;
     s.Nendo = year;
     CloseStore();
-    if (ReopenMaster() && attachYear()) return YearChange::Changed;
+    if (told(ReopenMaster()) && attachYear()) return YearChange::Changed;
     // The store's error box has said why. Rather than end the run, go back to the year that
     // was open: its master is the start-up file unless the years have folders of their own.
     s.Nendo = old;
     CloseStore();
-    const bool back = s.YearFolderMode ? ReopenMaster() : OpenStore();
+    const bool back = told(s.YearFolderMode ? ReopenMaster() : OpenStore());
     if (back && attachYear()) return YearChange::Restored;
     CloseStore();
     return YearChange::Lost;

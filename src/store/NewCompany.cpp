@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSqlDatabase>
-#include "shell/MenuCaptions.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 
@@ -63,11 +62,12 @@ bool fillMaster(QSqlDatabase& db, const NewCompanyOptions& opt, int year)
     // An empty password: Enter alone passes the prompt at start.
     ok = ok && execSql(db, QStringLiteral("INSERT INTO zSysFunc (Code, contents) VALUES (123, '')")) == ErrorClass::None;
     // Menu rows: group g, n-th caption -> 20000 + g*100 + n, which leaves room to insert.
-    int index[8] = {0};
-    for (const MenuCaption& m : menuCaptions()) {
-        const int code = 20000 + m.group * 100 + ++index[m.group];
+    int index[10] = {0};
+    for (const auto& [group, caption] : opt.menu) {
+        if (group < 0 || group > 9) return false;
+        const int code = 20000 + group * 100 + ++index[group];
         ok = ok && execSql(db, QStringLiteral("INSERT INTO zSysFunc (Code, contents) VALUES (?, ?)"),
-                           {code, QString::number(m.group) + m.caption}) == ErrorClass::None;
+                           {code, QString::number(group) + caption}) == ErrorClass::None;
     }
     return ok;
 }

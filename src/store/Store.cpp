@@ -4,8 +4,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSqlQuery>
-#include "shell/Dialogs.h"
-#include "shell/Session.h"
+#include "store/Session.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 
@@ -14,6 +13,7 @@ namespace {
 const QString kMasterConn = QStringLiteral("MasterDb");
 const QString kSlipConn = QStringLiteral("SlipDb");
 StoreFailure gLast;
+QStringList gNotices;
 
 void closeConnection(const QString& name)
 {
@@ -115,7 +115,6 @@ bool tryOpen(const QString& conn, const QString& path, StoreFailure* f, bool* da
 bool reportFailure(const StoreFailure& f)
 {
     gLast = f;
-    dialogs().MessageBox(QStringLiteral("エラー"), storeFailureText(f));
     return false;
 }
 
@@ -128,6 +127,15 @@ QString storeFailureText(const StoreFailure& f)
 }
 
 const StoreFailure& lastStoreFailure() { return gLast; }
+
+QStringList takeStoreNotices()
+{
+    QStringList out;
+    out.swap(gNotices);
+    return out;
+}
+
+QString attachFailedText() { return QStringLiteral("アタッチに失敗しました。"); }
 
 QString masterFileName() { return QStringLiteral("MASTER.db"); }
 QString slipPath(int nendo) { return QString::number(nendo) + QStringLiteral("/SLIP.db"); }
@@ -209,7 +217,9 @@ bool AttachSlipTables()
     QList<SchemaObject> masterObjs = objectsOf(master);
     // Another year may be attached: take it away first, so nothing points at it afterwards.
     if (!scalar(master, QStringLiteral("SELECT name FROM pragma_database_list WHERE name='slip'")).isNull()) {
-        if (execSql(master, QStringLiteral("DETACH DATABASE slip")) != ErrorClass::None) return false;
+            QSqlError err;
+        if (execSql(master, QStringLiteral("DETACH DATABASE slip"), {}, &err) != ErrorClass::None)
+            return reportFailure(failureFrom(err));
         masterObjs = objectsOf(master);
     }
     QList<SchemaObject> slipObjs;
@@ -228,10 +238,8 @@ bool AttachSlipTables()
     }
     QSqlError err;
     const QString file = QFileInfo(slip.databaseName()).absoluteFilePath();
-    if (execSql(master, QStringLiteral("ATTACH DATABASE ? AS slip"), {file}, &err) != ErrorClass::None) {
-        Tell(QStringLiteral("エラー：") + QString::number(sqliteCode(err)) + QLatin1Char(' ') + err.databaseText());
-        return false;
-    }
+    if (execSql(master, QStringLiteral("ATTACH DATABASE ? AS slip"), {file}, &err) != ErrorClass::None)
+        return reportFailure(failureFrom(err));
     return true;
 }
 
@@ -250,14 +258,15 @@ bool TableExists(const QSqlDatabase& db, const QString& name)
 bool AttachTable(const QSqlDatabase& db, const QString& linkName, const QString& sourceName,
                  const QString& connect)
 {
-    const QString failed = QStringLiteral("アタッチに失敗しました。");
+    const auto refused = [](const QSqlError& e = {}) {
+        return reportFailure(StoreFailure{sqliteCode(e), QStringLiteral("SQLite"),
+                                          e.type() == QSqlError::NoError ? attachFailedText() : e.databaseText()});
+    };
     QString path = connect;
     if (path.startsWith(QLatin1String(";DATABASE="), Qt::CaseInsensitive)) path = path.mid(10);
     if (TableExists(db, linkName) || !isPlainName(linkName.trimmed()) || !isPlainName(sourceName.trimmed())
-        || !QFileInfo(path).isFile()) {
-        Tell(failed);
-        return false;
-    }
+        || !QFileInfo(path).isFile())
+        return refused();
     const QString canonical = QFileInfo(path).canonicalFilePath();
     QString alias;
     QStringList used;
@@ -266,20 +275,16 @@ bool AttachTable(const QSqlDatabase& db, const QString& linkName, const QString&
         used << list.value(1).toString();
         if (QFileInfo(list.value(2).toString()).canonicalFilePath() == canonical) alias = list.value(1).toString();
     }
+    QSqlError err;
     if (alias.isEmpty()) {
         alias = QStringLiteral("old");
         for (int i = 2; used.contains(alias); ++i) alias = QStringLiteral("old%1").arg(i);
-        if (execSql(db, QStringLiteral("ATTACH DATABASE ? AS %1").arg(alias), {canonical}) != ErrorClass::None) {
-            Tell(failed);
-            return false;
-        }
+        if (execSql(db, QStringLiteral("ATTACH DATABASE ? AS %1").arg(alias), {canonical}, &err) != ErrorClass::None)
+            return refused(err);
     }
     const QString sql = QStringLiteral("CREATE TEMP VIEW \"%1\" AS SELECT * FROM %2.\"%3\"")
                             .arg(linkName.trimmed(), alias, sourceName.trimmed());
-    if (execSql(db, sql) != ErrorClass::None) {
-        Tell(failed);
-        return false;
-    }
+    if (execSql(db, sql, {}, &err) != ErrorClass::None) return refused(err);
     return true;
 }
 

@@ -1,4 +1,5 @@
 #include "support/TempCompany.h"
+#include "shell/MenuCaptions.h"
 #include "shell/Session.h"
 #include "store/NewCompany.h"
 #include "store/Sql.h"
@@ -11,6 +12,7 @@ TempCompany::TempCompany(int year, int startMonth, bool enter) : year_(year)
         NewCompanyOptions o;
         o.year = year;
         o.startMonth = startMonth;
+        o.menu = standardMenuRows();
         createCompany(dir_.path(), o, nullptr);
     }
     if (enter) QDir::setCurrent(dir_.path());

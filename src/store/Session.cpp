@@ -1,4 +1,4 @@
-#include "shell/Session.h"
+#include "store/Session.h"
 
 Session& session()
 {
