@@ -1,59 +1,88 @@
 #include "app/Commands.h"
 #include <cstdio>
 #include <QDir>
+#include <QMap>
 #include "ledgers/LedgerCommands.h"
 #include "shell/MenuCaptions.h"
 #include "store/NewCompany.h"
 
 namespace {
 
+constexpr int kBadArguments = 2;
+
 void out(const QString& s) { std::fprintf(stdout, "%s\n", qPrintable(s)); }
 void err(const QString& s) { std::fprintf(stderr, "%s\n", qPrintable(s)); }
 
-int usage()
+QString usageText()
 {
-    err(QStringLiteral(
-        "使い方:\n"
-        "  velmora                      現在のフォルダの会社で起動します\n"
-        "  velmora new DIR [--year YYYY] [--start-month M] [--company NAME]\n"
-        "                               新しい会社を作成します\n"
-        "  velmora demo DIR [--slips N] [--seed S]\n"
-        "                               見本の会社を作成します\n")
-        + ledgerCommandsUsage());
-    return 2;
+    QString text = QStringLiteral("使い方:\n"
+                                  "  velmora                      現在のフォルダの会社で起動します\n");
+    for (const Subcommand& c : subcommands())
+        if (!c.usage.isEmpty()) text += c.usage + QLatin1Char('\n');
+    return text + QStringLiteral("  velmora --help               この説明を表示します");
 }
 
-// "--name value" pairs after the folder; false on an unknown or incomplete option.
-bool options(const QStringList& args, int from, QMap<QString, QString>& opts)
+int usage()
 {
-    for (int i = from; i < args.size(); ++i) {
+    err(usageText());
+    return kBadArguments;
+}
+
+// "--name value" pairs after the folder, each name once and among `allowed`.
+bool options(const QStringList& args, int from, const QStringList& allowed, QMap<QString, QString>& opts)
+{
+    for (int i = from; i < args.size(); i += 2) {
         if (!args[i].startsWith(QLatin1String("--")) || i + 1 >= args.size()) return false;
-        opts[args[i].mid(2)] = args[i + 1];
-        ++i;
+        const QString name = args[i].mid(2);
+        if (!allowed.contains(name) || opts.contains(name)) return false;
+        opts[name] = args[i + 1];
     }
     return true;
 }
 
-bool intOption(const QMap<QString, QString>& o, const QString& key, int& v)
+// A whole number within [low, high]; otherwise the message and false.
+bool intOption(const QMap<QString, QString>& o, const QString& key, int low, int high, const QString& what, int& v)
 {
     if (!o.contains(key)) return true;
     bool ok = false;
-    v = o[key].toInt(&ok);
-    if (!ok) err(QStringLiteral("--%1 には数字を指定してください。").arg(key));
-    return ok;
+    const int n = o[key].trimmed().toInt(&ok);
+    if (!ok || n < low || n > high) {
+        err(QStringLiteral("--%1 には %2 から %3 の%4を指定してください。").arg(key).arg(low).arg(high).arg(what));
+        return false;
+    }
+    v = n;
+    return true;
+}
+
+QString newUsage()
+{
+    return QStringLiteral("  velmora new DIR [--year YYYY] [--start-month M] [--company NAME]\n"
+                          "                               新しい会社を作成します");
 }
 
 int runNew(const QStringList& args)
 {
     QMap<QString, QString> o;
-    if (args.size() < 2 || !options(args, 2, o)) return usage();
-    for (const QString& k : o.keys())
-        if (k != QLatin1String("year") && k != QLatin1String("start-month") && k != QLatin1String("company")) return usage();
+    if (args.size() < 2 || args[1].startsWith(QLatin1String("--"))
+        || !options(args, 2, {QStringLiteral("year"), QStringLiteral("start-month"), QStringLiteral("company")}, o))
+        return usage();
+    // An empty name would be the current folder: a company is made only where it was asked for.
+    if (args[1].trimmed().isEmpty()) {
+        err(QStringLiteral("作成するフォルダの名前を指定してください。"));
+        return kBadArguments;
+    }
     NewCompanyOptions opt;
     opt.menu = standardMenuRows();
-    if (!intOption(o, QStringLiteral("year"), opt.year) || !intOption(o, QStringLiteral("start-month"), opt.startMonth))
-        return 2;
-    if (o.contains(QStringLiteral("company"))) opt.company = o[QStringLiteral("company")];
+    if (!intOption(o, QStringLiteral("year"), 1900, 2999, QStringLiteral("年度"), opt.year)
+        || !intOption(o, QStringLiteral("start-month"), 1, 12, QStringLiteral("月"), opt.startMonth))
+        return kBadArguments;
+    if (o.contains(QStringLiteral("company"))) {
+        opt.company = o[QStringLiteral("company")].trimmed();
+        if (opt.company.isEmpty()) {
+            err(QStringLiteral("--company には会社名を指定してください。"));
+            return kBadArguments;
+        }
+    }
     QString e;
     if (!createCompany(args[1], opt, &e)) {
         err(e);
@@ -63,20 +92,31 @@ int runNew(const QStringList& args)
     return 0;
 }
 
+int runLedger(const QStringList& args) { return runLedgerCommand(args); }
+
 } // namespace
 
-int runDemo(const QStringList& args);
-
-bool isCommand(const QString& word)
+const QList<Subcommand>& subcommands()
 {
-    return word == QLatin1String("new") || word == QLatin1String("demo") || isLedgerCommand(word)
-           || word.startsWith(QLatin1String("-"));
+    // Each subcommand adds its one row here.
+    static const QList<Subcommand> table = {
+        {QStringLiteral("new"), runNew, newUsage()},
+        {QStringLiteral("demo"), runDemo, demoUsage()},
+        {QStringLiteral("batch"), runLedger, ledgerCommandsUsage()},
+        {QStringLiteral("rebuild"), runLedger, QString()},
+    };
+    return table;
 }
 
 int runCommand(const QStringList& args)
 {
-    if (args.first() == QLatin1String("new")) return runNew(args);
-    if (args.first() == QLatin1String("demo")) return runDemo(args);
-    if (isLedgerCommand(args.first())) return runLedgerCommand(args);
+    if (args.isEmpty()) return usage();
+    if (args.size() == 1 && (args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h"))) {
+        out(usageText());
+        return 0;
+    }
+    for (const Subcommand& c : subcommands())
+        if (c.word == args[0]) return c.run(args);
+    err(QStringLiteral("%1 というコマンドはありません。").arg(args[0]));
     return usage();
 }

@@ -1,30 +1,46 @@
 #include <cstdio>
 #include <QDir>
 #include <QStringList>
+#include "app/Commands.h"
 #include "demo/DemoCompany.h"
 
 namespace {
 
+void err(const QString& s) { std::fprintf(stderr, "%s\n", qPrintable(s)); }
+
 int usage()
 {
-    std::fprintf(stderr, "%s\n", qPrintable(QStringLiteral(
-        "使い方: velmora demo DIR [--slips N] [--seed S]\n"
-        "  DIR        作成するフォルダ (会社のデータがないこと)\n"
-        "  --slips N  売上・仕入伝票の数 (0..5000000、既定 3000)\n"
-        "  --seed S   乱数の種 (0 以上の整数、既定 1)")));
+    err(QStringLiteral("使い方:\n") + demoUsage());
     return 2;
 }
 
 } // namespace
 
+QString demoUsage()
+{
+    return QStringLiteral("  velmora demo DIR [--slips N] [--seed S]\n"
+                          "                               見本の会社を作成します\n"
+                          "    DIR        作成するフォルダ (会社のデータがないこと)\n"
+                          "    --slips N  売上・仕入伝票の数 (0..5000000、既定 3000)\n"
+                          "    --seed S   乱数の種 (0 以上の整数、既定 1)");
+}
+
 int runDemo(const QStringList& args)
 {
     if (args.size() < 2 || args[1].startsWith(QLatin1String("--"))) return usage();
+    // An empty name would be the current folder: a company is made only where it was asked for.
+    if (args[1].trimmed().isEmpty()) {
+        err(QStringLiteral("作成するフォルダの名前を指定してください。"));
+        return 2;
+    }
     DemoOptions opt;
+    QStringList seen;
     for (qsizetype i = 2; i < args.size(); i += 2) {
         if (i + 1 >= args.size()) return usage();
         const QString& key = args[i];
         const QString& value = args[i + 1];
+        if (seen.contains(key)) return usage();
+        seen << key;
         bool ok = false;
         if (key == QLatin1String("--slips")) {
             opt.slips = value.toInt(&ok);
@@ -37,7 +53,7 @@ int runDemo(const QStringList& args)
     DemoSummary s;
     QString error;
     if (!createDemoCompany(args[1], opt, &error, &s)) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
+        err(error);
         return 1;
     }
     std::fprintf(stdout, "%s\n", qPrintable(QStringLiteral(

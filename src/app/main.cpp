@@ -6,7 +6,9 @@ int main(int argc, char** argv)
 {
     QStringList args;
     for (int i = 1; i < argc; ++i) args << QString::fromLocal8Bit(argv[i]);
-    if (!args.isEmpty() && isCommand(args.first())) {
+    // Any argument at all is a command line: a word the program does not know is refused, it
+    // never starts the screen in its place.
+    if (!args.isEmpty()) {
         QCoreApplication app(argc, argv);
         return runCommand(args);
     }
