@@ -43,7 +43,8 @@ public:
         if (console_.readLine) console_.readLine(&line);
         return line;
     }
-    void ShowWait(const QString&) override {}
+    // Said once, so a script's log shows why the command took its time.
+    void ShowWait(const QString& m) override { console_.err(m); }
     void HideWait() override {}
     void MessageBox(const QString& t, const QString& m) override { console_.err(t + QStringLiteral(": ") + m); }
 

@@ -42,7 +42,9 @@ bool LedgerRun::run(QSqlQuery* q, const QVariantList& binds)
 {
     if (!q) return false;
     for (int i = 0; i < binds.size(); ++i) q->bindValue(i, binds.at(i));
-    if (q->exec()) return true;
+    const bool done = q->exec();
+    endLockWait();
+    if (done) return true;
     fail(q->lastError());
     q->finish();
     return false;

@@ -1,5 +1,6 @@
 #include "shell/Dialogs.h"
 #include <cstdio>
+#include "store/Sql.h"
 #include "store/Store.h"
 
 namespace {
@@ -32,6 +33,14 @@ Dialogs* setDialogs(Dialogs* d)
 void ShowStoreFailure()
 {
     dialogs().MessageBox(QStringLiteral("エラー"), storeFailureText(lastStoreFailure()));
+}
+
+void showLockWaits()
+{
+    setLockWaitNotice([](bool waiting) {
+        if (waiting) ShowWait(QStringLiteral("他の端末の処理を待っています。しばらくお待ちください。"));
+        else HideWait();
+    });
 }
 
 void TellStoreNotices()

@@ -30,6 +30,8 @@ inline void HideWait() { dialogs().HideWait(); }
 // "エラー番号 ..."), and what opening did that the clerk must hear of (a repair), are shown here.
 void ShowStoreFailure();
 void TellStoreNotices();
+// From now on a wait for another station's lock shows itself through ShowWait / HideWait.
+void showLockWaits();
 
 // After the store has waited out another station's lock: says so and lets the clerk try the
 // same save again, so what was typed is not thrown away. True: try again.

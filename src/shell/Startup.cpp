@@ -206,6 +206,7 @@ StartupResult runStartup(MenuModel& menu, const StartupHooks& hooks)
     StartupResult r;
     // 1
     if (!processInstanceLock().acquire(QDir::currentPath())) return r;
+    showLockWaits();
     // 2
     s.SlipDate = QDate::currentDate();
     s.CashDate = s.SlipDate;

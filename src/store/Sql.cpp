@@ -1,9 +1,34 @@
 #include "store/Sql.h"
+#include <sqlite3.h>
+#include <QElapsedTimer>
 #include <QHash>
+#include <QSqlDriver>
+#include <QThread>
 
 namespace {
 
 int gBusyTimeoutMs = 30000;
+LockWaitNotice gLockWaitNotice;
+bool gWaitTold = false;
+QElapsedTimer gWaitingSince;
+
+// A wait shorter than this (another station's commit) passes without a word.
+constexpr qint64 kTellAfterMs = 400;
+
+// SQLite calls this while the file is locked: `count` is the number of earlier calls in the
+// same wait. Returning 0 ends the wait with SQLITE_BUSY.
+int waitForLock(void*, int count)
+{
+    if (count == 0) gWaitingSince.start();
+    const qint64 waited = gWaitingSince.elapsed();
+    if (waited >= gBusyTimeoutMs) return 0;
+    if (!gWaitTold && waited >= qMin<qint64>(kTellAfterMs, gBusyTimeoutMs / 4) && gLockWaitNotice) {
+        gWaitTold = true;
+        gLockWaitNotice(true);
+    }
+    QThread::msleep(static_cast<unsigned long>(qMin<qint64>(count < 4 ? 5 : 50, gBusyTimeoutMs - waited)));
+    return 1;
+}
 
 // The units of work of one connection: how deep they are nested, and which transaction the
 // outermost one opened (a unit of an earlier, finished transaction is no longer active).
@@ -22,6 +47,27 @@ QHash<QString, UnitState>& unitStates()
 
 int busyTimeoutMs() { return gBusyTimeoutMs; }
 void setBusyTimeoutMs(int ms) { gBusyTimeoutMs = ms; }
+
+void setLockWaitNotice(LockWaitNotice notice)
+{
+    endLockWait();
+    gLockWaitNotice = std::move(notice);
+}
+
+bool installLockWait(const QSqlDatabase& db)
+{
+    const QVariant h = db.driver() ? db.driver()->handle() : QVariant();
+    if (!h.isValid() || qstrcmp(h.typeName(), "sqlite3*") != 0) return false;
+    sqlite3* handle = *static_cast<sqlite3* const*>(h.constData());
+    return handle && sqlite3_busy_handler(handle, waitForLock, nullptr) == SQLITE_OK;
+}
+
+void endLockWait()
+{
+    if (!gWaitTold) return;
+    gWaitTold = false;
+    if (gLockWaitNotice) gLockWaitNotice(false);
+}
 
 int sqliteCode(const QSqlError& e)
 {
@@ -67,6 +113,7 @@ Query::Query(const QSqlDatabase& db, const QString& sql, const QVariantList& bin
     if (ok_) {
         for (const QVariant& v : binds) q_.addBindValue(v);
         ok_ = q_.exec();
+        endLockWait();
     }
     if (!ok_) cls_ = classifyError(q_.lastError());
     if (!ok_ && cls_ == ErrorClass::None) cls_ = ErrorClass::Other;

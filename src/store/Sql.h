@@ -1,6 +1,7 @@
 #pragma once
 // Statements on the store: values are always bound, errors are classified, and a locked file
 // is waited for (bounded by the busy timeout) instead of failing at once.
+#include <functional>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -78,3 +79,14 @@ int openUnits(const QSqlDatabase& db);
 // Milliseconds a connection waits on a file locked by another station (30 s by default).
 int busyTimeoutMs();
 void setBusyTimeoutMs(int ms);
+
+// A statement that finds the file locked by another station waits for it, at most
+// busyTimeoutMs(), and when the wait lasts tells the notice (true); once the statement is
+// over the notice hears false. The store shows nothing itself: the shell's notice does.
+using LockWaitNotice = std::function<void(bool waiting)>;
+void setLockWaitNotice(LockWaitNotice notice);
+// Puts that wait on a connection; opening a store file does. False when the driver gives no
+// SQLite handle (the connection then keeps the driver's own silent timeout).
+bool installLockWait(const QSqlDatabase& db);
+// The statement that waited is over (Query, execSql and the units call this themselves).
+void endLockWait();

@@ -101,6 +101,7 @@ bool tryOpen(const QString& conn, const QString& path, StoreFailure* f, bool* da
         *f = failureFrom(db.lastError());
         return false;
     }
+    installLockWait(db);
     // Opening is lazy in SQLite: read the schema now so a damaged file shows itself here.
     Query probe(db, QStringLiteral("SELECT count(*) FROM sqlite_master"));
     if (!probe.ok()) {

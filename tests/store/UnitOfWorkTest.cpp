@@ -1,7 +1,12 @@
+#include <future>
+#include <thread>
 #include <gtest/gtest.h>
+#include <QThread>
+#include "shell/Dialogs.h"
 #include "shell/Session.h"
 #include "store/Sql.h"
 #include "store/Store.h"
+#include "support/ScriptedDialogs.h"
 #include "support/TempCompany.h"
 
 namespace {
@@ -127,4 +132,42 @@ TEST_F(UnitOfWorkTest, ACommitRefusedByAReaderIsRolledBackAndTold)
     ASSERT_EQ(execSql(db, "INSERT INTO Tan (Code, Namae) VALUES (7, 'X')"), ErrorClass::None);
     EXPECT_TRUE(again.commit());
     EXPECT_EQ(one("SELECT count(*) FROM Tan").toInt(), 1);
+}
+
+TEST_F(UnitOfWorkTest, AWaitForAnotherStationShowsItselfUntilTheLockGoes)
+{
+    const QString waiting = "Wait:他の端末の処理を待っています。しばらくお待ちください。";
+    struct Case { int holdMs, timeoutMs; bool begins; } cases[] = {
+        {900, 5000, true},    // the other station finishes while we wait
+        {900, 150, false},    // it does not, within the time we wait
+    };
+    for (const Case& c : cases) {
+        ScriptedDialogs dlg;
+        showLockWaits();
+        setBusyTimeoutMs(c.timeoutMs);
+        std::promise<void> locked;
+        std::thread other([&] {
+            {
+                QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("locker"));
+                db.setDatabaseName(co.file(QStringLiteral("MASTER.db")));
+                db.open();
+                execSql(db, QStringLiteral("BEGIN IMMEDIATE"));
+                locked.set_value();
+                QThread::msleep(c.holdMs);
+                execSql(db, QStringLiteral("ROLLBACK"));
+                db.close();
+            }
+            QSqlDatabase::removeDatabase(QStringLiteral("locker"));
+        });
+        locked.get_future().wait();
+        {
+            UnitOfWork unit(session().MasterDb);
+            EXPECT_EQ(unit.active(), c.begins) << c.timeoutMs;
+            if (!c.begins) {
+                EXPECT_EQ(sqliteCode(unit.error()), 5);
+            }
+        }
+        other.join();
+        EXPECT_EQ(dlg.log, (QStringList{waiting, "Hide:"})) << c.timeoutMs;
+    }
 }

@@ -11,7 +11,7 @@ public:
 
     QList<bool> askAnswers;       // taken in order; "yes" when the script runs out
     QStringList requestAnswers;   // taken in order; the default text when it runs out
-    QStringList log;              // "Ask:...", "Tell:...", "Request:...", "Wait:...", "Box:title|text"
+    QStringList log;              // "Ask:...", "Tell:...", "Request:...", "Wait:...", "Hide:", "Box:title|text"
 
     bool Ask(const QString& m, const QString&, const QString&) override
     {
@@ -25,7 +25,7 @@ public:
         return requestAnswers.isEmpty() ? d : requestAnswers.takeFirst();
     }
     void ShowWait(const QString& m) override { log << "Wait:" + m; }
-    void HideWait() override {}
+    void HideWait() override { log << "Hide:"; }
     void MessageBox(const QString& t, const QString& m) override { log << "Box:" + t + "|" + m; }
 
     QStringList of(const QString& kind) const

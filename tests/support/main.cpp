@@ -25,6 +25,7 @@ class ResetRegistries : public ::testing::EmptyTestEventListener {
         setDialogs(nullptr);
         setAfterWorkView(nullptr);
         setBusyTimeoutMs(30000);
+        setLockWaitNotice({});
         takeStoreNotices();
         setZipChooser({});
         setPrinterQuestion({});
