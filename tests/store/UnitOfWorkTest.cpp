@@ -68,10 +68,14 @@ TEST_F(UnitOfWorkTest, NestedUnitsLandOnlyWithTheOutermost)
                 EXPECT_EQ(inner.depth(), 2);
                 EXPECT_EQ(openUnits(db), 2);
                 execSql(db, "INSERT INTO Tan (Code, Namae) VALUES (2, 'B')");
-                if (c.innerCommits) EXPECT_TRUE(inner.commit());
+                if (c.innerCommits) {
+                    EXPECT_TRUE(inner.commit());
+                }
             }
             EXPECT_EQ(openUnits(db), 1);
-            if (c.outerCommits) EXPECT_TRUE(outer.commit());
+            if (c.outerCommits) {
+                EXPECT_TRUE(outer.commit());
+            }
         }
         EXPECT_EQ(openUnits(db), 0);
         EXPECT_EQ(one("SELECT IFNULL(group_concat(Code), '') FROM (SELECT Code FROM Tan ORDER BY Code)").toString(),
