@@ -1,5 +1,6 @@
 #include "store/Sql.h"
 #include <sqlite3.h>
+#include "store/SqliteHandle.h"
 #include <QElapsedTimer>
 #include <QHash>
 #include <QSqlDriver>
@@ -54,11 +55,16 @@ void setLockWaitNotice(LockWaitNotice notice)
     gLockWaitNotice = std::move(notice);
 }
 
+sqlite3* sqliteHandle(const QSqlDatabase& db)
+{
+    const QVariant h = db.isOpen() && db.driver() ? db.driver()->handle() : QVariant();
+    if (!h.isValid() || qstrcmp(h.typeName(), "sqlite3*") != 0) return nullptr;
+    return *static_cast<sqlite3* const*>(h.constData());
+}
+
 bool installLockWait(const QSqlDatabase& db)
 {
-    const QVariant h = db.driver() ? db.driver()->handle() : QVariant();
-    if (!h.isValid() || qstrcmp(h.typeName(), "sqlite3*") != 0) return false;
-    sqlite3* handle = *static_cast<sqlite3* const*>(h.constData());
+    sqlite3* handle = sqliteHandle(db);
     return handle && sqlite3_busy_handler(handle, waitForLock, nullptr) == SQLITE_OK;
 }
 

@@ -5,6 +5,7 @@
 #include <QRegularExpression>
 #include <QSqlQuery>
 #include "store/Session.h"
+#include "store/Repair.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 
@@ -62,35 +63,9 @@ StoreFailure failureFrom(const QSqlError& e)
                         e.driverText().isEmpty() ? e.databaseText() : e.databaseText()};
 }
 
-// A file that reads back as damaged gets one repair: check it, and rebuild a readable copy
-// in its place (the damaged file is kept beside it as .damaged).
-bool repairFile(const QString& path)
-{
-    const QString conn = QStringLiteral("VelmoraRepair");
-    bool rebuilt = false;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), conn);
-        db.setDatabaseName(path);
-        if (db.open()) {
-            Query check(db, QStringLiteral("PRAGMA integrity_check"));
-            const bool readable = check.ok();
-            const bool clean = check.next() && check.value(0).toString() == QLatin1String("ok");
-            if (readable && !clean) {
-                const QString copy = path + QStringLiteral(".rebuild");
-                QFile::remove(copy);
-                rebuilt = execSql(db, QStringLiteral("VACUUM INTO ?"), {copy}) == ErrorClass::None;
-            }
-            db.close();
-        }
-    }
-    QSqlDatabase::removeDatabase(conn);
-    if (!rebuilt) return false;
-    const QString damaged = path + QStringLiteral(".damaged");
-    QFile::remove(damaged);
-    return QFile::rename(path, damaged) && QFile::rename(path + QStringLiteral(".rebuild"), path);
-}
-
-bool tryOpen(const QString& conn, const QString& path, StoreFailure* f, bool* damaged)
+// Opens and reads the schema; `deep` also reads every page (the small master file). A file
+// that reads back as damaged sets *damaged; one that is no database at all does not.
+bool tryOpen(const QString& conn, const QString& path, bool deep, StoreFailure* f, bool* damaged)
 {
     closeConnection(conn);
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), conn);
@@ -103,14 +78,25 @@ bool tryOpen(const QString& conn, const QString& path, StoreFailure* f, bool* da
     }
     installLockWait(db);
     // Opening is lazy in SQLite: read the schema now so a damaged file shows itself here.
-    Query probe(db, QStringLiteral("SELECT count(*) FROM sqlite_master"));
-    if (!probe.ok()) {
-        *f = failureFrom(probe.error());
-        *damaged = probe.errorClass() == ErrorClass::Damaged;
-        db.close();
-        return false;
+    bool failed = false;
+    {
+        Query probe(db, QStringLiteral("SELECT count(*) FROM sqlite_master"));
+        if (!probe.ok()) {
+            failed = true;
+            *f = failureFrom(probe.error());
+            if (f->number == 26)
+                f->description = QStringLiteral("データベースのファイルではありません。(%1)")
+                                     .arg(QDir::current().absoluteFilePath(path));
+            *damaged = (f->number & 0xff) == 11;
+        }
     }
-    return true;
+    if (!failed && deep && !pagesSound(conn)) {
+        failed = *damaged = true;
+        *f = StoreFailure{11, QStringLiteral("SQLite"), QStringLiteral("database disk image is malformed")};
+    }
+    if (!failed) return true;
+    db.close();
+    return false;
 }
 
 bool reportFailure(const StoreFailure& f)
@@ -143,7 +129,7 @@ QString slipPath(int nendo) { return QString::number(nendo) + QStringLiteral("/S
 QString yearMasterPath(int nendo) { return QString::number(nendo) + QStringLiteral("/MASTER.db"); }
 QString reopenMasterPathNoMarker() { return QStringLiteral("MASTER/MASTER.db"); }
 
-bool openStoreFile(const QString& conn, const QString& path, StoreFailure* failure)
+bool openStoreFile(const QString& conn, const QString& path, StoreFailure* failure, bool checkPages)
 {
     StoreFailure f;
     if (!QFileInfo(path).isFile()) {
@@ -154,10 +140,18 @@ bool openStoreFile(const QString& conn, const QString& path, StoreFailure* failu
         return false;
     }
     bool damaged = false;
-    if (tryOpen(conn, path, &f, &damaged)) return true;
+    if (tryOpen(conn, path, checkPages, &f, &damaged)) return true;
     if (damaged) {
+        // One repair, then the file opens or the failure stands.
         closeConnection(conn);
-        if (repairFile(path) && tryOpen(conn, path, &f, &damaged)) return true;
+        RepairOutcome r;
+        if (repairStoreFile(path, &r)) {
+            gNotices << repairNotice(r);
+            f = StoreFailure();
+            if (tryOpen(conn, path, checkPages, &f, &damaged)) return true;
+        } else {
+            f.description += QStringLiteral("\n") + r.reason;
+        }
     }
     closeConnection(conn);
     if (failure) *failure = f;
@@ -169,7 +163,7 @@ static bool openMaster(const QString& path)
     Session& s = session();
     s.MasterDb = QSqlDatabase();
     StoreFailure f;
-    if (!openStoreFile(kMasterConn, path, &f)) return reportFailure(f);
+    if (!openStoreFile(kMasterConn, path, &f, true)) return reportFailure(f);
     s.MasterDb = QSqlDatabase::database(kMasterConn, false);
     return true;
 }

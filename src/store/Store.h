@@ -55,6 +55,9 @@ QString slipPath(int nendo);              // "<nendo>/SLIP.db"
 QString yearMasterPath(int nendo);        // "<nendo>/MASTER.db"
 QString reopenMasterPathNoMarker();       // "MASTER/MASTER.db"
 
-// Opens a store file on its own connection (no creation, one repair attempt on a damaged
-// file). Used by the store itself, the tools and the tests.
-bool openStoreFile(const QString& connectionName, const QString& path, StoreFailure* failure);
+// Opens a store file on its own connection: never creates it, refuses a file that is no
+// database and leaves it alone, and gives a damaged file one repair (store/Repair.h; the
+// notice goes to takeStoreNotices). `checkPages` reads every page at opening, not only the
+// schema: for the small master file. Used by the store itself, the tools and the tests.
+bool openStoreFile(const QString& connectionName, const QString& path, StoreFailure* failure,
+                   bool checkPages = false);
