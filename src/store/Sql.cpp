@@ -171,7 +171,11 @@ UnitOfWork::~UnitOfWork() { rollback(); }
 bool UnitOfWork::active() const
 {
     if (level_ == 0) return false;
-    const UnitState st = unitStates().value(db_.connectionName());
+    UnitState& st = unitStates()[db_.connectionName()];
+    // SQLite rolls a whole transaction back by itself on some failures (a full disk, an I/O
+    // error): then no unit of it is active any more.
+    sqlite3* h = sqliteHandle(db_);
+    if (st.depth > 0 && h && sqlite3_get_autocommit(h)) st.depth = 0;
     // An outer unit that ended took this one with it.
     return st.transaction == transaction_ && st.depth >= level_;
 }
@@ -186,6 +190,10 @@ void UnitOfWork::leave()
 bool UnitOfWork::commit()
 {
     if (!active()) {
+        // Rolled back by SQLite itself: its own words say there is nothing to commit.
+        sqlite3* h = sqliteHandle(db_);
+        if (level_ > 0 && error_.type() == QSqlError::NoError && h && sqlite3_get_autocommit(h))
+            execSql(db_, QStringLiteral("COMMIT"), {}, &error_);
         level_ = 0;
         return false;
     }
