@@ -3,6 +3,7 @@
 // closed and open slips of both kinds, deposits and payments, and ledger rows with the figures
 // the year-end carries. Amounts in yen.
 #include "LedgerFixture.h"
+#include "ledgers/YearEnd.h"
 
 class ClosingYear : public LedgerCompany {
 public:
@@ -10,9 +11,20 @@ public:
     explicit ClosingYear(bool marker = false);
     // Opens the store again as a start of the program would (the marker, then Com.SKai).
     bool reopen();
-    // The hook points of a clean first run, in order.
-    static QList<int> stepsOfACleanRun(bool marker);
 };
+
+// Sets the year-end's test hook for the lifetime of the object.
+struct ScopedYearEndHook {
+    YearEndHook prev;
+    explicit ScopedYearEndHook(YearEndHook h) { prev = setYearEndHook(std::move(h)); }
+    ~ScopedYearEndHook() { setYearEndHook(prev); }
+};
+
+// Fails the run at every passage of `step`.
+inline YearEndHook failingAt(YearEndStep step)
+{
+    return [step](YearEndStep at) { return at == step ? StepFate::Fail : StepFate::Go; };
+}
 
 // Product codes of the fixture.
 inline const QString kP1 = QStringLiteral("0000000000001");

@@ -30,18 +30,11 @@ QString textOf(const QString& path)
     return f.open(QIODevice::ReadOnly) ? QString::fromUtf8(f.readAll()) : QStringLiteral("<none>");
 }
 
-// The hook that stops the run at the `at`-th hook point (from 0) with `fate`.
-struct StopAt {
-    int at;
-    StepFate fate;
-    int seen = 0;
-    YearEndHook prev;
-    StopAt(int a, StepFate f) : at(a), fate(f)
-    {
-        prev = setYearEndHook([this](YearEndStep) { return seen++ == at ? fate : StepFate::Go; });
-    }
-    ~StopAt() { setYearEndHook(prev); }
-};
+// Stops the run at the `at`-th hook point (from 0) with `fate`.
+YearEndHook stopAt(int at, StepFate fate)
+{
+    return [at, fate, seen = 0](YearEndStep) mutable { return seen++ == at ? fate : StepFate::Go; };
+}
 
 const QString kNew = QStringLiteral("2027/SLIP.db");
 const QString kOld = QStringLiteral("2026/SLIP.db");
@@ -150,12 +143,16 @@ TEST(YearEnd, StoppedAnywhereThenRunAgainGivesTheCleanResult)
 {
     for (const bool marker : {false, true}) {
         QStringList clean;
+        QList<int> steps;   // the hook points of a clean run, in order
         {
             ClosingYear co(marker);
+            ScopedYearEndHook record([&](YearEndStep s) {
+                steps << static_cast<int>(s);
+                return StepFate::Go;
+            });
             ASSERT_TRUE(ExecuteUpdate().ok);
             clean = companySnapshot();
         }
-        const QList<int> steps = ClosingYear::stepsOfACleanRun(marker);
         const int named = steps.indexOf(static_cast<int>(YearEndStep::PutInPlace));
         ASSERT_GT(named, 0);
         for (int at = 0; at < steps.size(); ++at)
@@ -165,7 +162,7 @@ TEST(YearEnd, StoppedAnywhereThenRunAgainGivesTheCleanResult)
                 ClosingYear co(marker);
                 const QStringList before = companySnapshot();
                 {
-                    StopAt stop(at, fate);
+                    ScopedYearEndHook stop(stopAt(at, fate));
                     const YearEndResult r = ExecuteUpdate();
                     EXPECT_FALSE(r.ok) << where.toStdString();
                     EXPECT_TRUE(fate == StepFate::Die || !r.error.isEmpty()) << where.toStdString();
@@ -204,9 +201,8 @@ TEST(YearEnd, RepeatedRunRefreshesTheNewYearAndKeepsItsSlips)
     // A failed refresh changes neither year.
     const QStringList before = companySnapshot();
     for (const YearEndStep s : {YearEndStep::Row13, YearEndStep::MoveOpenSlips, YearEndStep::Rebuild, YearEndStep::Commit}) {
-        const YearEndHook prev = setYearEndHook([s](YearEndStep at) { return at == s ? StepFate::Fail : StepFate::Go; });
+        ScopedYearEndHook failing(failingAt(s));
         EXPECT_FALSE(ExecuteUpdate().ok) << static_cast<int>(s);
-        setYearEndHook(prev);
         EXPECT_EQ(snapshotDifference(before, companySnapshot()), "") << static_cast<int>(s);
     }
 
