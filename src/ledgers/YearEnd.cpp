@@ -197,10 +197,11 @@ private:
         const QString slip = inFolder(staging, QStringLiteral("SLIP.db"));
         const QString master = inFolder(staging, QStringLiteral("MASTER.db"));
         QString error;
-        bool ok = step(YearEndStep::StageSlip) && (writeCheckedCopy(slipPath(oldYear_), slip, &error) || fail(error));
+        // Copies of the old files to start from; what they become is read back whole at the end.
+        bool ok = step(YearEndStep::StageSlip) && (writeCopy(slipPath(oldYear_), slip, &error) || fail(error));
         // Without the marker every year shares the one master file: there is none to copy.
         if (ok && marker_)
-            ok = step(YearEndStep::StageMaster) && (writeCheckedCopy(yearMasterPath(oldYear_), master, &error) || fail(error));
+            ok = step(YearEndStep::StageMaster) && (writeCopy(yearMasterPath(oldYear_), master, &error) || fail(error));
         ok = ok && writeWhole(inFolder(staging, kPendingNote), QByteArray::number(oldYear_), &error);
         if (ok) {
             OwnConnection c(marker_ ? master : slip);
@@ -208,7 +209,12 @@ private:
                  && (!marker_ || attachSlip(c.db(), slip)) && linkOld(c.db(), kOldLedgers, true)
                  && inUnit(c.db(), [&](LedgerRun& run) { return stripAndCarry(run); });
             if (ok) unlinkOld(c.db(), kOldLedgers);
+            // What the closed year's slips occupied goes too: the new year starts compact.
+            if (ok) execSql(c.db(), QStringLiteral("VACUUM main"));
+            if (ok && marker_) execSql(c.db(), QStringLiteral("VACUUM slip"));
         }
+        for (const QString& f : marker_ ? QStringList{master, slip} : QStringList{slip})
+            ok = ok && (fileIsSound(f, &error) || fail(error));
         if (!ok && !dead_) QDir(staging).removeRecursively();
         return ok;
     }

@@ -17,7 +17,7 @@ void CopyLastMonthToRow13(LedgerRun& run, int lastMonth, const QString& schema =
 QString missingRows13(const QString& table, const QString& schema, const QString& lastMonth);
 
 // New year: slip heads with a line of the closed year go; only lines, deposits and payments
-// of closing month 13 stay (those of a removed head stay without it).
+// of closing month 13 stay (those of a removed head stay without it). Other slip tables stay.
 void RemoveClosedSlips(LedgerRun& run);
 
 // New year: the lines, deposits and payments of month 13 move to the first month.

@@ -134,7 +134,7 @@ bool fileIsSound(const QString& path, QString* error)
     return false;
 }
 
-bool writeCheckedCopy(const QString& source, const QString& temp, QString* error)
+bool writeCopy(const QString& source, const QString& temp, QString* error)
 {
     auto fail = [&](const QString& e) {
         removeStoreFile(temp);
@@ -144,18 +144,25 @@ bool writeCheckedCopy(const QString& source, const QString& temp, QString* error
     if (!QFileInfo(source).isFile())
         return fail(QStringLiteral("ファイルが見つかりません。(%1)").arg(QDir::current().absoluteFilePath(source)));
     removeStoreFile(temp);
-    if (!stepAllowed(QStringLiteral("copy"), temp, error)) return fail(*error);
-    {
-        OwnConnection c(source);
-        if (!c.isOpen()) return fail(fileErrorText(QStringLiteral("ファイルを開けません。"), source));
-        QSqlError e;
-        if (execSql(c.db(), QStringLiteral("VACUUM INTO ?"), {temp}, &e) != ErrorClass::None)
-            return fail(sqlErrorText(e));
-    }
     QString why;
-    if (!stepAllowed(QStringLiteral("check"), temp, &why) || !fileIsSound(temp, &why)) return fail(why);
-    if (!syncPath(temp, false)) return fail(fileErrorText(QStringLiteral("ディスクに書き込めません。") + reason(), temp));
+    if (!stepAllowed(QStringLiteral("copy"), temp, &why)) return fail(why);
+    OwnConnection c(source);
+    if (!c.isOpen()) return fail(fileErrorText(QStringLiteral("ファイルを開けません。"), source));
+    QSqlError e;
+    if (execSql(c.db(), QStringLiteral("VACUUM INTO ?"), {temp}, &e) != ErrorClass::None) return fail(sqlErrorText(e));
     return true;
+}
+
+bool writeCheckedCopy(const QString& source, const QString& temp, QString* error)
+{
+    QString why;
+    const bool ok = writeCopy(source, temp, &why) && stepAllowed(QStringLiteral("check"), temp, &why)
+                    && fileIsSound(temp, &why)
+                    && (syncPath(temp, false) || (why = fileErrorText(QStringLiteral("ディスクに書き込めません。") + reason(), temp), false));
+    if (ok) return true;
+    removeStoreFile(temp);
+    if (error) *error = why;
+    return false;
 }
 
 bool putInPlace(const QString& temp, const QString& target, QString* error)

@@ -40,6 +40,9 @@ FileStepHook setFileStepHook(FileStepHook hook);
 // syncs it to disk. On failure `temp` is gone and `error` says why.
 bool writeCheckedCopy(const QString& source, const QString& temp, QString* error);
 
+// The same without the reading back and the sync, for a copy that is only a start.
+bool writeCopy(const QString& source, const QString& temp, QString* error);
+
 // PRAGMA integrity_check of a file through a connection of its own.
 bool fileIsSound(const QString& path, QString* error);
 

@@ -30,7 +30,9 @@ QPointer<NenjiKosin_frm> openFromMenu()
     registerScreen("NenjiKosin_frm", [] { return new NenjiKosin_frm; });
     EXPECT_TRUE(MenuRun("年次更新"));
     QPointer<NenjiKosin_frm> f = dynamic_cast<NenjiKosin_frm*>(screen("NenjiKosin_frm"));
-    if (f) EXPECT_TRUE(showActive(f));
+    if (f) {
+        EXPECT_TRUE(showActive(f));
+    }
     return f;
 }
 
