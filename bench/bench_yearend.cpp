@@ -18,8 +18,8 @@
 #include "store/Optimize.h"
 #include "store/Sql.h"
 #include "store/Store.h"
-#include "store/demo/DemoCompany.h"
-#include "store/demo/DemoMasters.h"
+#include "demo/DemoCompany.h"
+#include "demo/DemoMasters.h"
 
 namespace {
 

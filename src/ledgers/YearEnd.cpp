@@ -146,13 +146,13 @@ private:
             LedgerRun run(progress_);
             run.db = db;
             UnitOfWork unit(db);
-            if (!unit.active()) run.failText(QStringLiteral("他の端末が使用中です。"));
+            if (!unit.active()) run.fail(unit.error());
             else stopped = !body(run);
             run.finishAll();
             if (!stopped && run.ok()) {
                 if (!step(YearEndStep::Commit)) stopped = true;
                 else if (unit.commit()) return true;
-                else run.failText(QStringLiteral("書き込みを確定できませんでした。"));
+                else run.fail(unit.error());
             }
             error = run.error();
         }   // not committed: rolled back

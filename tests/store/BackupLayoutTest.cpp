@@ -14,7 +14,7 @@
 #include "store/Optimize.h"
 #include "store/Sql.h"
 #include "store/Store.h"
-#include "store/demo/DemoCompany.h"
+#include "demo/DemoCompany.h"
 #include "support/ScriptedDialogs.h"
 #include "support/StoreSnapshot.h"
 #include "support/TempCompany.h"
