@@ -7,10 +7,12 @@
 #include "ledgers/StoreCommands.h"
 #include "shell/InstanceLock.h"
 #include "shell/Session.h"
+#include "shell/TargetYear.h"
 #include "store/Backup.h"
 #include "store/BackupFiles.h"
 #include "store/Sql.h"
 #include "store/Store.h"
+#include "support/ScriptedDialogs.h"
 #include "support/StoreSnapshot.h"
 
 namespace {
@@ -101,10 +103,19 @@ TEST(YearEndCommands, APlainRootMasterIsToldTheLayoutItNeeds)
     ASSERT_TRUE(QFile::rename("MASTER/MASTER.db", "MASTER.db"));
     ASSERT_TRUE(QDir("MASTER").removeRecursively());
     const QStringList before = companySnapshot();
+    const QString needed = "MASTER/MASTER.db がありません。";
     for (const char* command : {"yearend", "backup", "optimize"}) {
         const CommandRun run({command});
         EXPECT_EQ(run.rc, 1) << command;
-        EXPECT_TRUE(run.err.join('\n').contains("MASTER/MASTER.db がありません。")) << run.err.join('\n').toStdString();
+        EXPECT_TRUE(run.err.join('\n').contains(needed)) << run.err.join('\n').toStdString();
     }
+    // The year change says the same in the store's error box, and the year stays open.
+    ScriptedDialogs dlg;
+    ASSERT_TRUE(co.reopen());
+    EXPECT_EQ(ChangeTargetYear(2026), YearChange::Restored);
+    ASSERT_EQ(dlg.of("Box").size(), 1);
+    EXPECT_TRUE(dlg.of("Box")[0].contains(needed));
+    EXPECT_TRUE(session().MasterDb.isOpen());
+    CloseStore();
     EXPECT_EQ(snapshotDifference(before, companySnapshot()), "");
 }

@@ -38,10 +38,11 @@ QPointer<NenjiKosin_frm> openFromMenu()
 
 } // namespace
 
-TEST(YearEndForm, ShowsTheYearsAndTheCautionAndEscLeavesWithNothingDone)
+TEST(YearEndForm, EscLeavesWithNothingDoneAndTheKeysRunItToTheEnd)
 {
     ClosingYear co;
     ScriptedDialogs dlg;
+    EndRecorder ended;
     QPointer<NenjiKosin_frm> f = openFromMenu();
     ASSERT_TRUE(f);
     EXPECT_EQ(f->title()->text(), "2026年度より 2027年度への、年次更新を行います");
@@ -53,14 +54,8 @@ TEST(YearEndForm, ShowsTheYearsAndTheCautionAndEscLeavesWithNothingDone)
     EXPECT_TRUE(f.isNull());
     EXPECT_FALSE(QFileInfo::exists("2027"));
     EXPECT_TRUE(dlg.log.isEmpty());
-}
 
-TEST(YearEndForm, ExecuteByKeysEndsTheProgramOnTheNewYear)
-{
-    ClosingYear co;
-    ScriptedDialogs dlg;
-    EndRecorder ended;
-    QPointer<NenjiKosin_frm> f = openFromMenu();
+    f = openFromMenu();
     ASSERT_TRUE(f);
     press(Qt::Key_Right);
     EXPECT_EQ(focused(), f->executeButton());

@@ -16,7 +16,6 @@
 #include "store/Store.h"
 #include "demo/DemoCompany.h"
 #include "support/ScriptedDialogs.h"
-#include "support/StoreSnapshot.h"
 #include "support/TempCompany.h"
 
 namespace {
@@ -82,29 +81,4 @@ TEST(CompanyLayout, ANewCompanyWithoutTheMarkerGoesThroughYearEndBackupAndCompac
     EXPECT_EQ(scalar(session().MasterDb, "SELECT Dno FROM Dur").toInt(), 1);
     EXPECT_EQ(AvailableYears(), QList<int>({2026, 2027}));
     EXPECT_TRUE(dlg.of("Box").isEmpty());
-}
-
-TEST(CompanyLayout, APlainRootMasterIsToldTheLayoutAndNothingChanges)
-{
-    TempCompany co(2026);
-    ASSERT_TRUE(co.useRootMasterFile());
-    ASSERT_TRUE(co.open());
-    ScriptedDialogs dlg;
-    const QStringList before = companySnapshot();
-    const QString needed = "MASTER/MASTER.db がありません。";
-    const YearEndResult y = ExecuteUpdate();
-    EXPECT_FALSE(y.ok);
-    EXPECT_TRUE(y.error.contains(needed)) << y.error.toStdString();
-    BackupResult b;
-    EXPECT_FALSE(backupStore("bk", false, 2026, QDate::currentDate(), &b));
-    EXPECT_TRUE(b.error.contains(needed));
-    QString error;
-    EXPECT_FALSE(compactStore(false, 2026, &error));
-    EXPECT_TRUE(error.contains(needed));
-    // The year change says the same in the store's error box, and the year stays open.
-    EXPECT_EQ(ChangeTargetYear(2026), YearChange::Restored);
-    ASSERT_EQ(dlg.of("Box").size(), 1);
-    EXPECT_TRUE(dlg.of("Box")[0].contains(needed));
-    EXPECT_TRUE(session().MasterDb.isOpen());
-    EXPECT_EQ(snapshotDifference(before, companySnapshot()), "");
 }
