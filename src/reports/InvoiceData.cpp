@@ -12,7 +12,9 @@ const QString kDetailSelect = QStringLiteral(
     "SELECT Dud.HinNamae AS aHinNamae, SUM(Dud.Suu) AS tSuu, Dud.UTanka AS UTanka, SUM(Dud.UGaku) AS tUGaku, "
     // The one MIN makes the bare name that of the group's first line, as it was first typed.
     "MIN(Dud.Dno * 100 + Dud.Eda) AS firstLine "
-    "FROM Dud INNER JOIN Dur ON (Dud.EigCode = Dur.EigCode) AND (Dud.Dno = Dur.Dno) "
+    // A line carries its slip's customer: joining on it too finds the lines through the index of
+    // lines by customer and month instead of a pass over the whole month.
+    "FROM Dud INNER JOIN Dur ON (Dud.EigCode = Dur.EigCode) AND (Dud.Dno = Dur.Dno) AND (Dud.TorCode = Dur.TorCode) "
     "WHERE Dur.TorCode = ? ");
 const QString kDetailTail = QStringLiteral(
     "AND Dur.EigCode = ? AND Dud.Getudo = ? "
@@ -101,6 +103,7 @@ InvoiceStatement invoiceLines(InvoiceStep step, const InvoiceKey& key)
     return {QStringLiteral("SELECT Dur.NouCode, Nou.Namae AS aNamae, SUM(Dud.UGaku) AS tUGaku "
                            "FROM Dud INNER JOIN (Dur INNER JOIN Nou ON (Dur.NouCode = Nou.Code) "
                            "AND (Dur.TorCode = Nou.TorCode)) ON (Dud.EigCode = Dur.EigCode) AND (Dud.Dno = Dur.Dno) "
+                           "AND (Dud.TorCode = Dur.TorCode) "
                            "WHERE Dur.TorCode = ? AND Dur.EigCode = ? AND Dud.Getudo = ? "
                            "GROUP BY Dur.NouCode ORDER BY Dur.NouCode"),
             {key.tor, key.office, key.month}, {QStringLiteral("tUGaku")}};
