@@ -93,8 +93,14 @@ TEST_F(InvoiceFormTest, ClerkTypesTheDayAndACustomerAndPrintsItsInvoice)
     EXPECT_TRUE(text.contains("東京商事"));
     EXPECT_TRUE(text.contains("1,320"));   // 1,200 and 120 of tax
     EXPECT_FALSE(text.contains("大阪物産"));
-    // The form is a one-shot: what was typed stays.
+    // The form is a one-shot: what was typed stays, until F1 clears it.
     EXPECT_EQ(form->box(Seikyu_frm::MonthBox)->text().trimmed(), "5");
+    press(Qt::Key_Up);
+    press(Qt::Key_F1);
+    EXPECT_EQ(form->box(Seikyu_frm::MonthBox)->text(), "");
+    EXPECT_EQ(form->box(Seikyu_frm::ToBox)->text(), "");
+    EXPECT_EQ(form->dTorNamae(0)->text(), "");
+    EXPECT_EQ(focused(), form->box(Seikyu_frm::MonthBox));
     EXPECT_TRUE(dlg.log.isEmpty()) << qPrintable(dlg.log.join('\n'));
 }
 
