@@ -11,42 +11,20 @@
 #include <QFont>
 #include <QTemporaryDir>
 #include "ledgers/LedgerBatch.h"
+#include "ledgers/LedgerCommands.h"
 #include "pageout/QtPageOutputs.h"
 #include "reports/InvoiceData.h"
 #include "reports/InvoiceRun.h"
 #include "shell/Session.h"
 #include "store/NewCompany.h"
 #include "store/Sql.h"
-#include "store/Store.h"
 #include "demo/DemoCompany.h"
-#include "demo/DemoMasters.h"
 
 namespace {
 
 qint64 count(const QString& sql, const QVariantList& binds = {})
 {
     return scalar(session().MasterDb, sql, binds).toLongLong();
-}
-
-bool openCompany(int year)
-{
-    if (!OpenStore()) return false;
-    Session& s = session();
-    s.Nendo = year;
-    const bool ok = OpenSlip() && AttachSlipTables();
-    CloseSlip();
-    if (!ok) return false;
-    Query com(s.MasterDb, QStringLiteral("SELECT sTuki, Hiz FROM Com"));
-    if (!com.next()) return false;
-    s.sTuki = static_cast<short>(com.value(0).toInt());
-    s.eTuki = static_cast<short>(s.sTuki == 1 ? 12 : s.sTuki - 1);
-    s.Hiz = static_cast<short>(com.value(1).toInt());
-    const TaxRates rates = demoTaxRates();
-    s.Zeiritu = rates.Zeiritu;
-    s.TaxRateNew = rates.TaxRateNew;
-    s.TaxChangeDate = rates.TaxChangeDate;
-    s.EigCode = static_cast<short>(count(QStringLiteral("SELECT MIN(Code) FROM Eig")));
-    return true;
 }
 
 // Every statement the run executes for one document, read to its end.
@@ -154,12 +132,15 @@ int main(int argc, char** argv)
         return 1;
     }
     QDir::setCurrent(dir);
-    if (!openCompany(opt.year) || !runLedgerProcessing({}, &error)) {
-        std::fprintf(stderr, "the demo company does not open or post: %s\n", qPrintable(error));
+    // The program's own start-up, as `velmora batch` does it.
+    if (startHeadless(0, processConsole()) != 0) return 1;
+    if (!runLedgerProcessing({}, &error)) {
+        std::fprintf(stderr, "ledger processing: %s\n", qPrintable(error));
+        endHeadless();
         return 1;
     }
     const int status = runBench(opt, summary, tmp.path());
-    CloseStore();
+    endHeadless();
     QDir::setCurrent(QDir::tempPath());
     return status;
 }
