@@ -26,20 +26,10 @@ bool drawInvoice()
                                         {"株式会社ベルモラ", moneyVariant(Money::fromYen(3500))},
                                         {"丸三食品", moneyVariant(Money::fromYen(98765))}});
     VtmlClear();
-    VtmlField f;
-    f.Caption = QStringLiteral("得意先名");
-    f.Name = QStringLiteral("Namae");
-    f.Kind = QStringLiteral("S");
-    f.Format = QStringLiteral("30");
-    f.FontName = QStringLiteral("ＭＳ ゴシック");
-    VtmlAddField(f);
-    VtmlFieldClear(f);
-    f.Caption = QStringLiteral("金額");
-    f.Name = QStringLiteral("Gaku");
-    f.Kind = QStringLiteral("N");
-    f.Format = QStringLiteral("#,###,##0");
-    f.Total = 1;
-    VtmlAddField(f);
+    VtmlField name = makeField("得意先名", "Namae", "S", "30");
+    name.FontName = QStringLiteral("ＭＳ ゴシック");
+    VtmlAddField(name);
+    VtmlAddField(makeField("金額", "Gaku", "N", "#,###,##0", 0, 1));
     PbSetRows(rows.get());
     for (const char* l : {"<AREA>15600,8880", "<FONT>ＭＳ 明朝", "<SIZE>16", "<CENTER>", "<FREE>0,300,御請求書",
                           "<LEFT>", "<SIZE>11", "<LOCATE>0,1200", "<DTPOS>", "<ZOUBUN>300", "<DTCNT>2"})
