@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <QDir>
+#include <QPrinter>
 #include <QProcess>
 #include <QRawFont>
 #include <QTemporaryDir>
@@ -104,6 +105,31 @@ TEST(Pdf, IdeographsSharingARadicalsGlyphReadBackAsThemselves)
     QString text = tool("pdftotext", {file, "-"});
     text.remove(QRegularExpression("\\s"));
     EXPECT_EQ(text, ideographs);
+}
+
+// The print dialog's answer decides: cancelled, nothing; a printer (here its PDF file), the
+// pages on it, on the printer's own paper.
+TEST(Pdf, ThePrinterIsWhatThePrintDialogChose)
+{
+    QTemporaryDir dir;
+    ScriptedDialogs dialogs;
+    const QString file = dir.filePath("printer.pdf");
+    setPrinterChooser([](QPrinter&) { return false; });
+    EXPECT_FALSE(makePrinterOutput());
+    setPrinterChooser([&](QPrinter& p) {
+        p.setOutputFormat(QPrinter::PdfFormat);
+        p.setOutputFileName(file);
+        return true;
+    });
+    std::unique_ptr<PageOutput> out = makePrinterOutput();
+    setPrinterChooser({});
+    ASSERT_TRUE(out);
+    EXPECT_TRUE(out->surface()->hasOwnPaper());
+    ASSERT_TRUE(printTo(*out, drawInvoice));
+    const QString text = tool("pdftotext", {file, "-"});
+    EXPECT_TRUE(text.contains("株式会社ベルモラ"));
+    EXPECT_TRUE(text.contains("金額")) << text.toStdString();
+    EXPECT_TRUE(tool("pdfinfo", {file}).contains(QRegularExpression("Pages:\\s+2")));
 }
 
 TEST(Pdf, NoHalfFile)
