@@ -177,7 +177,7 @@ bool ExcelBook::open()
     ShowWait(QStringLiteral("エクセルファイルを作成しています。"));
     d->waiting = true;
     d->cells.clear();
-    // The old export wrote one blank into A1 to make the sheet exist; a caller may overwrite it.
+    // A new sheet starts with one blank in A1, as exports always have; a caller may overwrite it.
     setCell(1, 1, QStringLiteral(" "));
     return true;
 }
