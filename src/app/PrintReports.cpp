@@ -3,9 +3,6 @@
 #include "ledgers/LedgerCommands.h"
 #include "pageout/QtPrintCommand.h"
 
-// Each report file (src/app/Print<Area>.cpp) registers its entries with one function,
-// declared here and called below: one line each.
-
 void registerPrintReports()
 {
     registerVtmlPrintReport();
