@@ -22,6 +22,7 @@
 #include "slips/Slip_frm.h"
 #include "slips/SlipSelect_frm.h"
 #include "slips/SlipList_frm.h"
+#include "reports/Seikyu_frm.h"
 
 // Each screen adds one line here: registerScreen("Name_frm", [] { return new Name_frm; });
 void registerAllScreens()
@@ -52,5 +53,6 @@ void registerAllScreens()
     registerScreen("myHistory_frm", [] { return new myHistory_frm; });
     registerScreen("Slip_frm", [] { return new Slip_frm; });
     registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
+    registerScreen("Seikyu_frm", [] { return new Seikyu_frm; });
     Slip_frm::setSlipListPicker(&SlipList_frm::pick);
 }
