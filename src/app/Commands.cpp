@@ -1,8 +1,11 @@
 #include "app/Commands.h"
 #include <cstdio>
 #include <QDir>
+#include <QCoreApplication>
 #include <QMap>
+#include "app/PrintReports.h"
 #include "ledgers/LedgerCommands.h"
+#include "ledgers/StoreCommands.h"
 #include "shell/MenuCaptions.h"
 #include "store/NewCompany.h"
 
@@ -93,6 +96,7 @@ int runNew(const QStringList& args)
 }
 
 int runLedger(const QStringList& args) { return runLedgerCommand(args); }
+int runStore(const QStringList& args) { return runStoreCommand(args); }
 
 } // namespace
 
@@ -104,19 +108,28 @@ const QList<Subcommand>& subcommands()
         {QStringLiteral("demo"), runDemo, demoUsage()},
         {QStringLiteral("batch"), runLedger, ledgerCommandsUsage()},
         {QStringLiteral("rebuild"), runLedger, QString()},
+        {QStringLiteral("yearend"), runStore, storeCommandsUsage()},
+        {QStringLiteral("backup"), runStore, QString()},
+        {QStringLiteral("optimize"), runStore, QString()},
+        {QStringLiteral("print"), {}, QStringLiteral("  velmora print --help          帳票の印刷 (PDF、Excel) の使い方を表示します"),
+         runPrintMain},
     };
     return table;
 }
 
-int runCommand(const QStringList& args)
+int runCommand(int argc, char** argv, const QStringList& args)
 {
-    if (args.isEmpty()) return usage();
+    for (const Subcommand& c : subcommands()) {
+        if (c.word != args[0]) continue;
+        if (c.runMain) return c.runMain(argc, argv, args);
+        QCoreApplication app(argc, argv);
+        return c.run(args);
+    }
+    QCoreApplication app(argc, argv);
     if (args.size() == 1 && (args[0] == QLatin1String("--help") || args[0] == QLatin1String("-h"))) {
         out(usageText());
         return 0;
     }
-    for (const Subcommand& c : subcommands())
-        if (c.word == args[0]) return c.run(args);
     err(QStringLiteral("%1 というコマンドはありません。").arg(args[0]));
     return usage();
 }

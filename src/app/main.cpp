@@ -8,10 +8,7 @@ int main(int argc, char** argv)
     for (int i = 1; i < argc; ++i) args << QString::fromLocal8Bit(argv[i]);
     // Any argument at all is a command line: a word the program does not know is refused, it
     // never starts the screen in its place.
-    if (!args.isEmpty()) {
-        QCoreApplication app(argc, argv);
-        return runCommand(args);
-    }
+    if (!args.isEmpty()) return runCommand(argc, argv, args);
     // Without a display Qt would stop with a plugin error that tells a user nothing.
     if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY")
         && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {

@@ -26,13 +26,6 @@ QString sysFuncDeleteQuestion(const Recordset& rs)
            + NullToEmpty(rs.value(QStringLiteral("contents"))) + QStringLiteral("\n\nを削除してよろしいですか？");
 }
 
-std::optional<QString> readOption(int code)
-{
-    Query q(session().MasterDb, QStringLiteral("SELECT contents FROM UserOP WHERE Code = ?"), {code});
-    if (!q.next()) return std::nullopt;
-    return NullToEmpty(q.value(0)).trimmed();
-}
-
 bool saveOptions(const QString& backupPath, const QString& backupAtExit)
 {
     const QSqlDatabase db = session().MasterDb;

@@ -3,6 +3,7 @@
 // them: rows of a code and a text.
 #include <optional>
 #include <QString>
+#include "store/Options.h"
 
 class Recordset;
 
@@ -12,11 +13,6 @@ bool saveSysFuncRow(Recordset& rs, qint32 code, const QString& contents);
 // "コード : <code>\n\n<contents>\n\nを削除してよろしいですか？" of the current row; empty without one.
 QString sysFuncDeleteQuestion(const Recordset& rs);
 
-// Rows of UserOP edited by the options form.
-constexpr int kOptBackupPath = 5;
-constexpr int kOptBackupAtExit = 15;
-// The stored text of an option, trimmed; nothing when the row is missing.
-std::optional<QString> readOption(int code);
 // Writes both options in one unit: a missing row is added. A refusal of the store is told,
 // and then nothing is written.
 bool saveOptions(const QString& backupPath, const QString& backupAtExit);

@@ -4,8 +4,9 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSqlQuery>
-#include "store/Session.h"
+#include "store/BackupFiles.h"
 #include "store/Repair.h"
+#include "store/Session.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 
@@ -189,6 +190,10 @@ bool OpenStore()
 bool ReopenMaster()
 {
     Session& s = session();
+    // Without the marker the reopening needs the master file in its MASTER folder: say so.
+    if (!s.YearFolderMode)
+        if (const QString problem = masterLayoutProblem(false, s.Nendo); !problem.isEmpty())
+            return reportFailure(StoreFailure{14, QStringLiteral("SQLite"), problem});
     return openMaster(s.YearFolderMode ? yearMasterPath(s.Nendo) : reopenMasterPathNoMarker());
 }
 
@@ -212,7 +217,7 @@ bool AttachSlipTables()
     QList<SchemaObject> masterObjs = objectsOf(master);
     // Another year may be attached: take it away first, so nothing points at it afterwards.
     if (!scalar(master, QStringLiteral("SELECT name FROM pragma_database_list WHERE name='slip'")).isNull()) {
-            QSqlError err;
+        QSqlError err;
         if (execSql(master, QStringLiteral("DETACH DATABASE slip"), {}, &err) != ErrorClass::None)
             return reportFailure(failureFrom(err));
         masterObjs = objectsOf(master);

@@ -65,21 +65,19 @@ QStringList damagedCopiesBeside(const QString& file)
 TEST(Repair, ADamagedMasterIsRepairedOnOpeningAndTheOriginalKeptBesideTheRealFile)
 {
     struct Case { const char* layout; const char* object; int leaf; int kept; const char* lost; } cases[] = {
-        // A broken index comes back whole from its table.
-        {"file", "ix_Tor_Kana", 0, 400, ""},
-        // MASTER.db a link to MASTER/MASTER.db: the copies live beside the real file.
+        // A broken index comes back whole from its table; MASTER.db a link to MASTER/MASTER.db,
+        // so the copies live beside the real file.
         {"link", "ix_Tor_Kana", 0, 400, ""},
+        // The master file itself at the root.
+        {"file", "ix_Tor_Kana", 0, 400, ""},
         // A broken page of the table itself loses its rows, and the clerk hears which table.
         {"file", "Tor", 3, -1, "Tor"},
     };
     for (const Case& c : cases) {
         TempCompany co(2026);
         const bool link = QLatin1String(c.layout) == QLatin1String("link");
-        if (link) {
-            ASSERT_TRUE(QDir().mkpath("MASTER"));
-            ASSERT_TRUE(QFile::rename("MASTER.db", "MASTER/MASTER.db"));
-            ASSERT_TRUE(QFile::link("MASTER/MASTER.db", "MASTER.db"));
-        }
+        if (!link) ASSERT_TRUE(co.useRootMasterFile());
+        ASSERT_EQ(QFileInfo("MASTER.db").isSymLink(), link);
         const QString real = QFileInfo("MASTER.db").canonicalFilePath();
         addCustomers(real, 400);
         damageLeaf(real, c.object, c.leaf);
@@ -129,23 +127,25 @@ TEST(Repair, AFileThatIsNoDatabaseIsRefusedAndLeftAlone)
 TEST(Repair, WhatACutOffRepairLeftBehindDoesNotKeepTheStoreFromOpening)
 {
     TempCompany co(2026);
-    addCustomers("MASTER.db", 200);
-    damageLeaf("MASTER.db", "ix_Tor_Kana", 0);
+    const QString real = "MASTER/MASTER.db";
+    addCustomers(real, 200);
+    damageLeaf(real, "ix_Tor_Kana", 0);
     // The process ended between the copy and putting it in place: the damaged file is where
     // it was, a half-written rebuilt copy and its journal lie beside it.
-    ASSERT_TRUE(QFile::copy("MASTER.db", "MASTER.db.damaged-20260101-000000"));
-    { QFile f("MASTER.db.rebuilt"); ASSERT_TRUE(f.open(QIODevice::WriteOnly)); f.write(QByteArray(5000, '\0')); }
-    { QFile f("MASTER.db.rebuilt-journal"); ASSERT_TRUE(f.open(QIODevice::WriteOnly)); f.write("x"); }
+    ASSERT_TRUE(QFile::copy(real, real + ".damaged-20260101-000000"));
+    { QFile f(real + ".rebuilt"); ASSERT_TRUE(f.open(QIODevice::WriteOnly)); f.write(QByteArray(5000, '\0')); }
+    { QFile f(real + ".rebuilt-journal"); ASSERT_TRUE(f.open(QIODevice::WriteOnly)); f.write("x"); }
     ASSERT_TRUE(OpenStore()) << qPrintable(lastStoreFailure().description);
     EXPECT_EQ(scalar(session().MasterDb, "SELECT count(*) FROM Tor").toInt(), 200);
-    EXPECT_FALSE(QFile::exists("MASTER.db.rebuilt"));
-    EXPECT_FALSE(QFile::exists("MASTER.db.rebuilt-journal"));
-    EXPECT_EQ(damagedCopiesBeside("MASTER.db").size(), 2);
+    EXPECT_FALSE(QFile::exists(real + ".rebuilt"));
+    EXPECT_FALSE(QFile::exists(real + ".rebuilt-journal"));
+    EXPECT_EQ(damagedCopiesBeside(real).size(), 2);
 }
 
 TEST(Repair, AStationReadingTheFileKeepsTheRepairOutAndNothingChanges)
 {
     TempCompany co(2026);
+    const QString real = "MASTER/MASTER.db";
     addCustomers("MASTER.db", 200);
     damageLeaf("MASTER.db", "ix_Tor_Kana", 0);
     const QByteArray damaged = bytesOf("MASTER.db");
@@ -164,8 +164,8 @@ TEST(Repair, AStationReadingTheFileKeepsTheRepairOutAndNothingChanges)
     other = QSqlDatabase();
     QSqlDatabase::removeDatabase("reader");
     EXPECT_EQ(bytesOf("MASTER.db"), damaged);
-    EXPECT_TRUE(damagedCopiesBeside("MASTER.db").isEmpty());
-    EXPECT_FALSE(QFile::exists("MASTER.db.rebuilt"));
+    EXPECT_TRUE(damagedCopiesBeside(real).isEmpty());
+    EXPECT_FALSE(QFile::exists(real + ".rebuilt"));
 }
 
 TEST(Repair, DamageMetAfterOpeningIsToldAsDamageWithTheWayToMendIt)
