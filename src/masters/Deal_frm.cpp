@@ -299,7 +299,6 @@ void Deal_frm::Register(const QString& mode)
         return;
     }
     ColumnValues values;
-    // A number beyond its column fails the save without a word, as it always has.
     if (!ReadFields(*this, kind_->menuKey, values, {QStringLiteral("Code")})) return;
     const qint64 code = CodeNumber(ebox()[eCode]->text());
     if (kind_->customer && mode != QLatin1String("NEW")) {

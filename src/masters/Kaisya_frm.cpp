@@ -212,8 +212,6 @@ void Kaisya_frm::saveAndClose()
 void Kaisya_frm::Register(const QString&)
 {
     ColumnValues com;
-    // The boxes are too short for a number beyond its column; should one be there, nothing
-    // is written.
     if (!ReadFields(*this, kCom, com)) return;
     // The first month follows the period; without one shown the stored month stays.
     if (HasText(start()->text())) com << ColumnValue{QStringLiteral("sTuki"), int(ToInt16(start()->text()))};

@@ -10,6 +10,7 @@
 #include "entry/FieldTag.h"
 #include "entry/Help_frm.h"
 #include "entry/QtEntryForm.h"
+#include "shell/Dialogs.h"
 #include "entry/QtListFields.h"
 
 namespace {
@@ -59,9 +60,17 @@ bool ReadFields(EntryForm& form, const QString& table, ColumnValues& out, const 
             out << ColumnValue{d.column, ListCode(list).value_or(0)};
             continue;
         }
-        const auto* box = qobject_cast<QLineEdit*>(w);
+        auto* box = qobject_cast<QLineEdit*>(w);
         const std::optional<QVariant> v = StoreValue(table, d.column, box ? CutToBytes(box) : QString());
-        if (!v) return false;
+        if (!v) {
+            // Said where it was typed, rather than written as 0 or dropped without a word.
+            Tell(d.caption.trimmed() + QStringLiteral("に不適切な数値です。"));
+            if (box) {
+                box->setFocus();
+                box->selectAll();
+            }
+            return false;
+        }
         out << ColumnValue{d.column, *v};
     }
     return true;

@@ -20,7 +20,7 @@ bool FieldActive(EntryForm& form, int field);
 
 // The active fields with a column of `table`, except `skip`: a list gives its code (0 when
 // nothing is chosen), a box its text converted for the column. False when a number does not
-// fit its column; `out` then holds the fields before it.
+// fit its column: the clerk is told which field, and it gets the focus.
 bool ReadFields(EntryForm& form, const QString& table, ColumnValues& out, const QStringList& skip = {});
 // Fills the active fields from a row: lists by code, numbers in the field's picture (a
 // number held in a text box as "##"), texts as stored.

@@ -222,6 +222,15 @@ bool Slip_frm::gridKey(GridField f, int row, int key, int shift)
         }
         return true;
     case fSuu:
+        if (enter || up) {
+            // Refused where it is typed: the cell keeps the focus and its text.
+            bool fits = true;
+            onEditor([&] { fits = ed_.quantityFits(row); });
+            if (!fits) {
+                edit(cells_[row][fSuu])->selectAll();
+                return true;
+            }
+        }
         if (enter) {
             if (!hasKind()) return true;
             work();

@@ -235,6 +235,20 @@ bool SlipEditor::showSlip(long dno)
     return true;
 }
 
+namespace {
+// A quantity is a long in the store, and the grid shows it in six places: a longer one would
+// lose its left digits on the way, so it must fit both. Commas, blanks and the "*" of an
+// amount the clerk owns are not part of the number.
+bool quantityText(const QString& text)
+{
+    bool ok = true;
+    const qint32 v = ToInt32(text, &ok);
+    return ok && ToNum(FormatRight(double(v), SlipFormat::Suu)) == double(v);
+}
+
+QString quantityRefusal() { return QStringLiteral("数量に不適切な数値です。\n999999以下にしてください。"); }
+} // namespace
+
 SlipFocus SlipEditor::checkSlip()
 {
     if (!HasText(head.Dno)) {
@@ -255,7 +269,20 @@ SlipFocus SlipEditor::checkSlip()
         return SlipFocus::Nou;
     }
     readRowsToLines();
+    // A quantity can reach F10 without its cell being left: the line is refused here too.
+    for (int i = 0; i < LineCount; ++i)
+        if (!lines[i].isEmpty() && !quantityText(lines[i].Suu)) {
+            Tell(quantityRefusal());
+            return SlipFocus::FirstRowKind;
+        }
     return checkLineAmounts() ? SlipFocus::FirstRowKind : SlipFocus::None;
+}
+
+bool SlipEditor::quantityFits(int row)
+{
+    if (row < 0 || row >= RowCount || quantityText(rows[row].fSuu)) return true;
+    Tell(quantityRefusal());
+    return false;
 }
 
 bool SlipEditor::checkLineAmounts()

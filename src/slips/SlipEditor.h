@@ -97,6 +97,10 @@ public:
     SlipFocus checkSlip();
     // True when the clerk chose "修正" at a line whose amount is not quantity times price.
     bool checkLineAmounts();
+    // The quantity on grid row `row` fits its column and its six places on the grid; otherwise
+    // the clerk is told and the answer is false. One that did not fit would be written as 0
+    // or without its left digits.
+    bool quantityFits(int row);
 
     // Lookups of F6.
     SlipLookup productLookup() const;

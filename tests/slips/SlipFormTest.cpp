@@ -300,3 +300,36 @@ TEST_F(SlipFormTest, LeavingThePartnerListKeepsTextTypedInTheGrid)
     EXPECT_EQ(text(form->cell(Slip_frm::fHinNamae, 0)), "特注ボールペン");
     EXPECT_EQ(text(form->cell(Slip_frm::fHinCode, 0)), "1001");
 }
+
+TEST_F(SlipFormTest, AQuantityBeyondItsColumnIsRefusedWhereItIsTyped)
+{
+    const QStringList refused{"数量に不適切な数値です。\n999999以下にしてください。"};
+    open();
+    typeHead("", 2);
+    press(Qt::Key_Return);   // the first kind
+    enter("1001");
+    press(Qt::Key_Return);   // the name as it came
+    enter("3,000,000,000");
+    EXPECT_EQ(dlg.of("Tell"), refused);
+    EXPECT_EQ(focused(), form->cell(Slip_frm::fSuu, 0));
+    EXPECT_EQ(text(form->cell(Slip_frm::fSuu, 0)), "3,000,000,000");
+    press(Qt::Key_Up);
+    EXPECT_EQ(dlg.of("Tell").size(), 2);
+    EXPECT_EQ(focused(), form->cell(Slip_frm::fSuu, 0));
+
+    // F10 from the cell refuses the slip too: nothing is written, no quantity becomes 0.
+    press(Qt::Key_F10);
+    EXPECT_EQ(dlg.of("Tell").size(), 3);
+    EXPECT_EQ(count("SELECT count(*) FROM Dur"), 0);
+
+    // Seven places would lose a digit on the grid; six are kept whole.
+    form->cell(Slip_frm::fSuu, 0)->setFocus();
+    enter("1000000");
+    EXPECT_EQ(dlg.of("Tell").size(), 4);
+    EXPECT_EQ(focused(), form->cell(Slip_frm::fSuu, 0));
+    enter("999999");
+    EXPECT_EQ(focused(), form->cell(Slip_frm::fSTanka, 0));
+    EXPECT_EQ(dlg.of("Tell").size(), 4);
+    press(Qt::Key_F10);
+    EXPECT_EQ(slipOne("SELECT Suu FROM Dud WHERE Dno=1").toLongLong(), 999999);
+}
