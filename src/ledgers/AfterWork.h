@@ -15,6 +15,9 @@ public:
     virtual void showProgress(const QString& text) = 0;
     // Normal pointer; the screen goes away.
     virtual void runFinished() = 0;
+    // After a run that went through: the lines no ledger took, for the clerk to read before
+    // going on. Without a screen of its own the report is told.
+    virtual void showUnreached(const QString& report);
 };
 
 // Installs the view (not owned); nullptr removes it. Returns the previous one.

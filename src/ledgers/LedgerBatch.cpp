@@ -61,12 +61,15 @@ bool PostPurchaseMonths(LedgerRun& run)
     return run.ok();
 }
 
-bool runLedgerProcessing(const ProgressFn& progress, QString* error)
+bool runLedgerProcessing(const ProgressFn& progress, QString* error, QList<UnreachedLine>* unreached)
 {
     LedgerRun run(progress);
     PostingUnit unit(run.db);
     if (!unit.active()) run.fail(unit.beginError());
+    QList<UnreachedLine> passedOver;
     if (run.ok()) {
+        // Read before the postings: the marks are still there to tell the lines by.
+        passedOver = findUnreachedLines(run);
         PostProductMonths(run);
         PostSalesGroups(run);
         PostPurchaseMonths(run);
@@ -78,5 +81,7 @@ bool runLedgerProcessing(const ProgressFn& progress, QString* error)
         run.exec(QStringLiteral("DELETE FROM Dsr WHERE Dno<0"));
         run.exec(QStringLiteral("DELETE FROM Dsd WHERE Dno<0"));
     }
-    return finishUnit(run, unit, error);
+    if (!finishUnit(run, unit, error)) return false;
+    if (unreached) *unreached = passedOver;
+    return true;
 }

@@ -124,8 +124,11 @@ int runBatch(const QStringList& args, const CommandConsole& c)
     if (!officeOption(o, c, &office)) return kBadArguments;
     if (const int r = startHeadless(office, c)) return r;
     QString error;
-    const bool ok = runLedgerProcessing(c.out, &error);
+    QList<UnreachedLine> unreached;
+    const bool ok = runLedgerProcessing(c.out, &error, &unreached);
     if (!ok) c.err(error);
+    // The rest is posted, so the status stays 0; the lines left out are on standard error.
+    if (ok && !unreached.isEmpty()) c.err(unreachedReport(unreached));
     endHeadless();
     return ok ? 0 : kFailed;
 }
