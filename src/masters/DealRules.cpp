@@ -111,7 +111,10 @@ DealSaveOutcome registerDeal(Recordset& rs, const DealKind& kind, const QString&
             if (AskRetryLocked(StoreErrorText(rs.lastError()))) continue;
             break;
         }
-        if (e != ErrorClass::Duplicate) break;
+        if (e != ErrorClass::Duplicate) {
+            Tell(StoreErrorText(rs.lastError()));
+            break;
+        }
         code = nextFreeCode(rs.database(), kind);
         out.codeChanged = true;
     }

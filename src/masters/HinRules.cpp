@@ -29,10 +29,7 @@ std::optional<QVariantMap> hinRow(const QSqlDatabase& db, const QString& storedC
 ErrorClass registerHin(const QSqlDatabase& db, const QString& storedCode, const ColumnValues& values,
                        QSqlError* error)
 {
-    if (hinRow(db, storedCode)) return UpdateRows(db, kHin, values, {{kCode, storedCode}}, error);
-    ColumnValues row = {{kCode, storedCode}};
-    row << values;
-    return InsertRow(db, kHin, row, error);
+    return UpsertRow(db, kHin, {{kCode, storedCode}}, values, error);
 }
 
 QString hinSlipRefusal(const QSqlDatabase& db, const QString& storedCode)

@@ -84,6 +84,32 @@ ErrorClass InsertRow(const QSqlDatabase& db, const QString& table, const ColumnV
                    binds, error);
 }
 
+ErrorClass UpsertRow(const QSqlDatabase& db, const QString& table, const ColumnValues& key, const ColumnValues& values,
+                     QSqlError* error)
+{
+    const TableDef* def = findTableDef(table);
+    if (!def || values.isEmpty() || key.size() != def->key.size()) return ErrorClass::Other;
+    QStringList names, marks, keyNames, sets;
+    QVariantList binds;
+    for (const ColumnValue& v : key + values) {
+        const ColumnDef* c = def->column(v.column);
+        if (!c) return ErrorClass::Other;
+        names << c->name;
+        marks << QStringLiteral("?");
+        binds << v.value;
+    }
+    for (const ColumnValue& k : key) {
+        const ColumnDef* c = def->column(k.column);
+        if (!def->key.contains(c->name, Qt::CaseInsensitive)) return ErrorClass::Other;
+        keyNames << c->name;
+    }
+    for (const ColumnValue& v : values) sets << def->column(v.column)->name + QStringLiteral(" = excluded.") + def->column(v.column)->name;
+    return execSql(db, QStringLiteral("INSERT INTO %1 (%2) VALUES (%3) ON CONFLICT (%4) DO UPDATE SET %5")
+                           .arg(def->name, names.join(QLatin1Char(',')), marks.join(QLatin1Char(',')),
+                                keyNames.join(QLatin1Char(',')), sets.join(QLatin1Char(','))),
+                   binds, error);
+}
+
 ErrorClass UpdateRows(const QSqlDatabase& db, const QString& table, const ColumnValues& values,
                       const ColumnValues& where, QSqlError* error)
 {

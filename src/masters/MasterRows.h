@@ -28,6 +28,11 @@ bool IsMoneyColumn(const QString& table, const QString& column);
 // INSERT of the values. Unknown names run nothing and give Other.
 ErrorClass InsertRow(const QSqlDatabase& db, const QString& table, const ColumnValues& values,
                      QSqlError* error = nullptr);
+// The row of `key` (every column of the table's primary key) with `values`: added when it is
+// missing, changed when it is there, in one statement, so nothing comes between the look and
+// the write. Unknown names or a key that is not the table's run nothing and give Other.
+ErrorClass UpsertRow(const QSqlDatabase& db, const QString& table, const ColumnValues& key, const ColumnValues& values,
+                     QSqlError* error = nullptr);
 // UPDATE of the rows matching every `where` value.
 ErrorClass UpdateRows(const QSqlDatabase& db, const QString& table, const ColumnValues& values,
                       const ColumnValues& where, QSqlError* error = nullptr);

@@ -36,17 +36,13 @@ NouSaveOutcome registerNou(const QSqlDatabase& db, const QString& mode, qint64 t
     NouSaveOutcome out;
     out.code = code;
     if (code <= 0 || code > 2147483647LL || !torNamae(db, tor)) return out;
-    bool adding = mode == QLatin1String("NEW") || !nouRow(db, tor, code);
+    // A new one must take a free number; an amendment writes its row whether it is still
+    // there or not.
+    bool adding = mode == QLatin1String("NEW");
     for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
         QSqlError err;
-        ErrorClass e;
-        if (adding) {
-            ColumnValues row = {{kTorCode, tor}, {kCode, code}};
-            row << values;
-            e = InsertRow(db, kNou, row, &err);
-        } else {
-            e = UpdateRows(db, kNou, values, {{kTorCode, tor}, {kCode, code}}, &err);
-        }
+        const ColumnValues key = {{kTorCode, tor}, {kCode, code}};
+        const ErrorClass e = adding ? InsertRow(db, kNou, key + values, &err) : UpsertRow(db, kNou, key, values, &err);
         if (e == ErrorClass::None) {
             out.saved = true;
             out.code = code;
@@ -59,7 +55,10 @@ NouSaveOutcome registerNou(const QSqlDatabase& db, const QString& mode, qint64 t
             if (AskRetryLocked(StoreErrorText(err))) continue;
             return out;
         }
-        if (e != ErrorClass::Duplicate) return out;
+        if (e != ErrorClass::Duplicate) {
+            Tell(StoreErrorText(err));
+            return out;
+        }
         code = nextFreeNouCode(db, tor);
         out.codeChanged = true;
         adding = true;

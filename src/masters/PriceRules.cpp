@@ -49,8 +49,7 @@ ErrorClass registerPrice(const QSqlDatabase& db, const PriceKind& kind, const Pr
 {
     const ColumnValues key = keyOf(kind, p, storedHinCode);
     const ColumnValues price = {{QStringLiteral("Tanka"), tanka.toStore()}};
-    if (ReadRow(db, kind.table, key)) return UpdateRows(db, kind.table, price, key, error);
-    return InsertRow(db, kind.table, key + price, error);
+    return UpsertRow(db, kind.table, key, price, error);
 }
 
 ErrorClass erasePrice(const QSqlDatabase& db, const PriceKind& kind, const PricePartner& p,

@@ -2,6 +2,7 @@
 
 #include "entry/Convert.h"
 #include "entry/Recordset.h"
+#include "masters/MasterRows.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 #include "shell/Dialogs.h"
@@ -34,6 +35,39 @@ const QList<SimpleMasterKind>& kinds()
 // Bounds the retries: each failed insert takes a fresh number, so only a flood of other
 // stations could use them up.
 constexpr int kMaxAttempts = 50;
+
+ColumnValues simpleValues(const SimpleMasterKind& kind, const SimpleRow& row)
+{
+    ColumnValues v{{QStringLiteral("Namae"), EmptyToSpace(row.namae)}};
+    if (kind.hasKanaRyaku)
+        v << ColumnValue{QStringLiteral("kana"), EmptyToSpace(row.kana)} << ColumnValue{QStringLiteral("Ryaku"), EmptyToSpace(row.ryaku)};
+    if (kind.hasLevel) v << ColumnValue{QStringLiteral("TanLevel"), int(ToInt16(row.level))};
+    return v;
+}
+
+// The row of that code as typed, whether it is still there or went away meanwhile: one
+// statement, so no other station's write comes between a look and the write.
+RegisterOutcome amendSimpleRow(Recordset& rs, const SimpleMasterKind& kind, qint16 code, const SimpleRow& row)
+{
+    RegisterOutcome out;
+    out.code = ToText(code);
+    for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
+        QSqlError err;
+        const ErrorClass e = UpsertRow(rs.database(), kind.table, {{QStringLiteral("Code"), int(code)}},
+                                       simpleValues(kind, row), &err);
+        if (e == ErrorClass::None) {
+            rs.Requery();
+            rs.FindFirst(code);
+            out.saved = true;
+            return out;
+        }
+        // The store already waited its busy timeout; the clerk decides whether to wait again.
+        if (e == ErrorClass::Busy && AskRetryLocked(StoreErrorText(err))) continue;
+        if (e != ErrorClass::Busy) Tell(StoreErrorText(err));
+        break;
+    }
+    return out;
+}
 }  // namespace
 
 const SimpleMasterKind* simpleMasterKind(const QString& menuKey)
@@ -59,22 +93,15 @@ RegisterOutcome registerSimpleRow(Recordset& rs, const SimpleMasterKind& kind, c
     rs.Requery();
     bool ok = true;
     qint16 code = ToInt16(row.code, &ok);
-    if (!ok) return out;   // beyond the 16-bit code: the old save failed here without a word
-    if (mode == QLatin1String("NEW")) {
-        rs.AddNew();
-    } else if (rs.FindFirst(code)) {
-        rs.Edit();
-    } else {
-        rs.AddNew();
+    if (!ok) {
+        Tell(codeLimitMessage());
+        return out;
     }
+    if (mode != QLatin1String("NEW")) return amendSimpleRow(rs, kind, code, row);
+    rs.AddNew();
     for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
         rs.setValue(QStringLiteral("Code"), code);
-        rs.setValue(QStringLiteral("Namae"), EmptyToSpace(row.namae));
-        if (kind.hasKanaRyaku) {
-            rs.setValue(QStringLiteral("kana"), EmptyToSpace(row.kana));
-            rs.setValue(QStringLiteral("Ryaku"), EmptyToSpace(row.ryaku));
-        }
-        if (kind.hasLevel) rs.setValue(QStringLiteral("TanLevel"), ToInt16(row.level));
+        for (const ColumnValue& v : simpleValues(kind, row)) rs.setValue(v.column, v.value);
         const ErrorClass e = rs.Update();
         if (e == ErrorClass::None) {
             out.saved = true;
@@ -87,7 +114,10 @@ RegisterOutcome registerSimpleRow(Recordset& rs, const SimpleMasterKind& kind, c
             if (AskRetryLocked(StoreErrorText(rs.lastError()))) continue;
             break;
         }
-        if (e != ErrorClass::Duplicate) break;
+        if (e != ErrorClass::Duplicate) {
+            Tell(StoreErrorText(rs.lastError()));
+            break;
+        }
         // Another station took the number: the same new row goes under the next free one.
         const std::optional<qint32> next = NextFreeCode(rs.database(), kind.table);
         if (!next) break;

@@ -2,21 +2,24 @@
 
 #include "entry/Convert.h"
 #include "entry/Recordset.h"
+#include "masters/MasterRows.h"
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
 #include "store/Sql.h"
 
 bool saveSysFuncRow(Recordset& rs, qint32 code, const QString& contents)
 {
-    if (rs.FindFirst(code)) rs.Edit();
-    else rs.AddNew();
-    rs.setValue(QStringLiteral("Code"), code);
-    rs.setValue(QStringLiteral("contents"), EmptyToSpace(CutToBytes(contents, 50)));
-    const ErrorClass e = rs.Update();
-    if (e == ErrorClass::None) return true;
-    if (e == ErrorClass::Busy) Tell(StoreErrorText(rs.lastError()));
-    rs.CancelUpdate();
-    return false;
+    QSqlError err;
+    if (UpsertRow(rs.database(), QStringLiteral("zSysFunc"), {{QStringLiteral("Code"), code}},
+                  {{QStringLiteral("contents"), EmptyToSpace(CutToBytes(contents, 50))}}, &err)
+        != ErrorClass::None) {
+        Tell(StoreErrorText(err));
+        return false;
+    }
+    // The list knows the row as written, and stands on it.
+    rs.Requery();
+    rs.FindFirst(code);
+    return true;
 }
 
 QString sysFuncDeleteQuestion(const Recordset& rs)

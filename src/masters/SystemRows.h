@@ -7,8 +7,8 @@
 
 class Recordset;
 
-// Adds or changes the row of `code` (whichever the table needs, whatever the screen's state).
-// False when the store refused; a locked store has been reported through Tell.
+// Adds or changes the row of `code` in one statement (whatever the screen's state), and puts
+// the recordset on it. False when the store refused, which has been told.
 bool saveSysFuncRow(Recordset& rs, qint32 code, const QString& contents);
 // "コード : <code>\n\n<contents>\n\nを削除してよろしいですか？" of the current row; empty without one.
 QString sysFuncDeleteQuestion(const Recordset& rs);

@@ -6,20 +6,16 @@
 
 namespace {
 
-void tellFailure(const QSqlError& err)
-{
-    Tell(QStringLiteral("エラー：") + QString::number(sqliteCode(err)) + QLatin1Char(' ') + err.databaseText());
-}
+void tellFailure(const QSqlError& err) { Tell(StoreErrorText(err)); }
 
-// Writes zSysFunc `code`, adding the row when it is missing.
+// Writes zSysFunc `code`, adding the row when it is missing, in one statement.
 bool writeSysFunc(qint64 code, const QString& contents)
 {
-    const QSqlDatabase db = session().MasterDb;
     QSqlError err;
-    const bool exists = !scalar(db, QStringLiteral("SELECT Code FROM zSysFunc WHERE Code=?"), {code}).isNull();
-    const ErrorClass e = exists
-        ? execSql(db, QStringLiteral("UPDATE zSysFunc SET contents=? WHERE Code=?"), {contents, code}, &err)
-        : execSql(db, QStringLiteral("INSERT INTO zSysFunc (Code, contents) VALUES (?, ?)"), {code, contents}, &err);
+    const ErrorClass e = execSql(session().MasterDb,
+                                 QStringLiteral("INSERT INTO zSysFunc (Code, contents) VALUES (?, ?) "
+                                                "ON CONFLICT (Code) DO UPDATE SET contents = excluded.contents"),
+                                 {code, contents}, &err);
     if (e != ErrorClass::None) tellFailure(err);
     return e == ErrorClass::None;
 }
@@ -29,17 +25,30 @@ bool writeSysFunc(qint64 code, const QString& contents)
 void MemoPrompt()
 {
     const QSqlDatabase db = session().MasterDb;
-    Query q(db, QStringLiteral("SELECT * FROM Tek"));
-    const bool exists = q.next();
-    const QString current = exists ? NullToEmpty(q.value(QStringLiteral("Tekiyo"))) : QString();
+    QString current;
+    {
+        // Read and let go before asking: an open read would keep other stations' saves out.
+        Query q(db, QStringLiteral("SELECT * FROM Tek"));
+        if (q.next()) current = NullToEmpty(q.value(QStringLiteral("Tekiyo")));
+    }
     const QString typed = Request(QStringLiteral("摘要を入力します。"), current);
     if (typed.isEmpty()) return;
     const QString memo = typed.left(36);
     QSqlError err;
-    // Tek holds one row.
-    const ErrorClass e = exists ? execSql(db, QStringLiteral("UPDATE Tek SET Tekiyo=?"), {memo}, &err)
-                                : execSql(db, QStringLiteral("INSERT INTO Tek (Tekiyo) VALUES (?)"), {memo}, &err);
-    if (e != ErrorClass::None) tellFailure(err);
+    {
+        // Tek holds one row: looked for again and written in one unit, after the clerk's answer.
+        UnitOfWork unit(db);
+        ErrorClass e = unit.active() ? ErrorClass::None : unit.errorClass();
+        if (!unit.active()) err = unit.error();
+        if (e == ErrorClass::None) {
+            const bool there = scalar(db, QStringLiteral("SELECT count(*) FROM Tek")).toInt() > 0;
+            e = there ? execSql(db, QStringLiteral("UPDATE Tek SET Tekiyo=?"), {memo}, &err)
+                      : execSql(db, QStringLiteral("INSERT INTO Tek (Tekiyo) VALUES (?)"), {memo}, &err);
+        }
+        if (e == ErrorClass::None && unit.commit()) return;
+        if (e == ErrorClass::None) err = unit.error();
+    }
+    tellFailure(err);
 }
 
 QString ClampScaleText(const QString& typed)

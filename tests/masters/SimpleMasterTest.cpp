@@ -46,7 +46,7 @@ TEST_F(SimpleMasterTest, RegisterNewEditAndTakenNumbers)
         // The row went away under an edit: it comes back as a new row.
         {"EDIT", {"9", "", "九", "九"}, true, "9", "9| |九|九", {}},
         {"NEW", {"32767", "", "上限", ""}, true, "32767", "32767| |上限| ", {}},
-        {"NEW", {"32768", "", "超過", ""}, false, "32768", "", {}},
+        {"NEW", {"32768", "", "超過", ""}, false, "32768", "", {"コードに不適切な数値です。\n32000以下にしてください。"}},
     };
     for (const Case& c : cases) {
         dialogs.log.clear();

@@ -2,6 +2,8 @@
 #include <QCryptographicHash>
 #include "ledgers/Daichou.h"
 #include "ledgers/LedgerBatch.h"
+#include "entry/Recordset.h"
+#include "masters/DealRules.h"
 #include "masters/HinRules.h"
 #include "slips/SlipFixture.h"
 #include "slips/SlipRegister.h"
@@ -42,6 +44,7 @@ void fillUp(const QString& schema, const QStringList& tables)
         {"Tto", "INSERT INTO Tto (TorCode, NouCode, EigCode) SELECT i, 0, 99 FROM n"},
         {"TtoD", "INSERT INTO TtoD (TorCode, NouCode, EigCode, Getudo) SELECT i, 0, 99, 1 FROM n"},
         {"Hin", "INSERT INTO Hin (Code) SELECT printf('9%012d', i) FROM n"},
+        {"Tor", "INSERT INTO Tor (Code) SELECT i FROM n"},
     };
     for (const QString& t : tables) {
         qint64 next = 1000000;
@@ -100,6 +103,14 @@ TEST_F(FullDiskTest, EverySaveAndRunSaysSoAndLeavesTheStoreAsItWas)
              EXPECT_EQ(registerHin(session().MasterDb, "0000000009999", {{"Namae", "新商品"}, {"HbnCode", 1}}, &e),
                        ErrorClass::Other);
              return StoreErrorText(e);
+         }},
+        {"customer save", "main", {"Tor"}, [&] {
+             Recordset rs;
+             rs.open(session().MasterDb, "Tor");
+             const DealSaveOutcome out = registerDeal(rs, *dealKind("Tor"), "NEW", 50,
+                                                      {{"Namae", "新規商事"}, {"TbnCode", 1}, {"Sime", 20}});
+             EXPECT_FALSE(out.saved);
+             return dlg.of("Tell").value(0);
          }},
         {"ledger run", "slip", {}, [&] {
              QString error;
