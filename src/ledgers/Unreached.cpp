@@ -1,4 +1,5 @@
 #include "ledgers/Unreached.h"
+#include <algorithm>
 #include <QMap>
 #include "ledgers/LedgerRun.h"
 
@@ -21,6 +22,9 @@ QString monthOutside(const QVariant& getudo)
     return QStringLiteral("締め月 %1 が 1 から 13 ではありません").arg(getudo.isNull() ? QStringLiteral("（なし）") : getudo.toString());
 }
 
+// The reason of the customer ledger's query for a line of another office that exists.
+constexpr int kOtherOffice = 6;
+
 // Reads (Dno, EigCode, Eda, why, detail) rows into `out`; `reason` turns a row into words.
 void collect(LedgerRun& run, const QString& ledger, const QString& slip, const QString& sql, const QVariantList& binds,
              const std::function<QString(int why, const QVariant& detail, const QVariant& office)>& reason,
@@ -28,8 +32,10 @@ void collect(LedgerRun& run, const QString& ledger, const QString& slip, const Q
 {
     QSqlQuery& q = run.query(sql, binds);
     while (q.next()) {
+        const int why = q.value(3).toInt();
         out << UnreachedLine{ledger, slip, q.value(0).toLongLong(), static_cast<short>(q.value(1).toInt()),
-                             q.value(2).toInt(), reason(q.value(3).toInt(), q.value(4), q.value(1))};
+                             q.value(2).toInt(), reason(why, q.value(4), q.value(1)),
+                             !(ledger == kCustomers && why == kOtherOffice)};
     }
 }
 
@@ -61,12 +67,13 @@ void customerLines(LedgerRun& run, QList<UnreachedLine>& out)
                            "WHEN Dud.Getudo IS NULL OR Dud.Getudo NOT BETWEEN 1 AND 13 THEN 3 "
                            "WHEN Dur.Dno IS NULL THEN 4 "
                            "WHEN Tor.Zeituuchi IS NULL OR Tor.Zeituuchi NOT BETWEEN 1 AND 4 THEN 5 "
-                           "WHEN Dud.EigCode<>? THEN 6 END AS why, "
+                           "WHEN Dud.EigCode<>? THEN %1 END AS why, "
                            "CASE WHEN Tor.Code IS NULL THEN Dud.TorCode WHEN Dud.Getudo IS NULL "
                            "OR Dud.Getudo NOT BETWEEN 1 AND 13 THEN Dud.Getudo ELSE Dud.TorCode END "
                            "FROM Dud LEFT JOIN Tor ON Tor.Code=Dud.TorCode "
                            "LEFT JOIN Dur ON Dur.Dno=Dud.Dno AND Dur.EigCode=Dud.EigCode "
-                           "WHERE Dud.ThiFlag=? AND why IS NOT NULL ORDER BY Dud.EigCode, Dud.Dno, Dud.Eda"),
+                           "WHERE Dud.ThiFlag=? AND why IS NOT NULL ORDER BY Dud.EigCode, Dud.Dno, Dud.Eda")
+                .arg(kOtherOffice),
             {run.office, run.flag},
             [&run](int why, const QVariant& detail, const QVariant& office) {
                 switch (why) {
@@ -119,25 +126,33 @@ QList<UnreachedLine> findUnreachedLines(LedgerRun& run)
 QString unreachedReport(const QList<UnreachedLine>& lines)
 {
     if (lines.isEmpty()) return {};
-    // One line per ledger, slip and reason, with the slip's line numbers.
-    struct Group { QString head; QStringList edas; };
+    // One line per ledger, slip and reason with the slip's line numbers; the lines of another
+    // office one line per office, with the number of slips and lines.
+    struct Group { QString head, reason; bool bySlip; QStringList edas; QList<qint64> slips; };
     QList<Group> groups;
     QMap<QString, int> at;
     for (const UnreachedLine& l : lines) {
         const QString number = l.dno < 0 ? QStringLiteral("No.%1（取消分）").arg(-l.dno) : QStringLiteral("No.%1").arg(l.dno);
-        const QString head = QStringLiteral("%1：%2 %3（営業所 %4）").arg(l.ledger, l.slip, number).arg(l.office);
+        const QString head = l.bySlip ? QStringLiteral("%1：%2 %3（営業所 %4）").arg(l.ledger, l.slip, number).arg(l.office)
+                                      : QStringLiteral("%1：営業所 %2 の%3").arg(l.ledger).arg(l.office).arg(l.slip);
         const QString key = head + QLatin1Char('\t') + l.reason;
         if (!at.contains(key)) {
             at.insert(key, int(groups.size()));
-            groups << Group{key, {}};
+            groups << Group{head, l.reason, l.bySlip, {}, {}};
         }
-        groups[at.value(key)].edas << QString::number(l.eda);
+        Group& g = groups[at.value(key)];
+        g.edas << QString::number(l.eda);
+        if (!g.slips.contains(l.dno)) g.slips << l.dno;
     }
+    // The count per office first: it is short, and the slip lines may run past what is shown.
+    std::stable_partition(groups.begin(), groups.end(), [](const Group& g) { return !g.bySlip; });
     QStringList text{QStringLiteral("台帳に入らなかった明細があります（%1 行）。").arg(lines.size())};
     for (int i = 0; i < groups.size() && i < kShownSlips; ++i) {
-        const QString head = groups[i].head.section(QLatin1Char('\t'), 0, 0);
-        const QString reason = groups[i].head.section(QLatin1Char('\t'), 1);
-        text << QStringLiteral("%1 %2行目：%3").arg(head, groups[i].edas.join(QStringLiteral(", ")), reason);
+        const Group& g = groups[i];
+        if (g.bySlip)
+            text << QStringLiteral("%1 %2行目：%3").arg(g.head, g.edas.join(QStringLiteral(", ")), g.reason);
+        else
+            text << QStringLiteral("%1 %2 枚 %3 行：%4").arg(g.head).arg(g.slips.size()).arg(g.edas.size()).arg(g.reason);
     }
     if (groups.size() > kShownSlips) text << QStringLiteral("ほか %1 件").arg(groups.size() - kShownSlips);
     return text.join(QLatin1Char('\n'));

@@ -16,6 +16,8 @@ struct UnreachedLine {
     short office = 0;
     int eda = 0;
     QString reason;
+    // False for the lines of another office: they are counted per office, not listed by slip.
+    bool bySlip = true;
     bool operator==(const UnreachedLine&) const = default;
 };
 

@@ -100,7 +100,7 @@ private:
 
 // Office 2's sale waits for office 2's own run: the batch of office 1 says so on standard error.
 const QStringList kOfficeTwoLeftOut{"台帳に入らなかった明細があります（1 行）。\n"
-                                    "得意先台帳：売上伝票 No.1（営業所 2） 1行目：営業所 2 の台帳処理で入ります（この処理は営業所 1）"};
+                                    "得意先台帳：営業所 2 の売上伝票 1 枚 1 行：営業所 2 の台帳処理で入ります（この処理は営業所 1）"};
 
 } // namespace
 

@@ -57,7 +57,7 @@ TEST(Unreached, EveryLineNoLedgerTakesIsToldBySlipAndTheRestIsPosted)
          {{kThi, kSales, 5, 9, 1, "営業所 9 が営業所マスターにありません"},
           {kTto, kSales, 5, 9, 1, "営業所 9 が営業所マスターにありません"}}},
         {"another office", [](LedgerCompany& c) { c.sale(6, QDate(2026, 5, 11), 100, 0, 5, {line(10)}, 0, 2); },
-         {{kTto, kSales, 6, 2, 1, "営業所 2 の台帳処理で入ります（この処理は営業所 1）"}}},
+         {{kTto, kSales, 6, 2, 1, "営業所 2 の台帳処理で入ります（この処理は営業所 1）", false}}},
         {"a cancelled image", [](LedgerCompany& c) {
              c.sale(7, QDate(2026, 5, 11), 999, 0, 5, {line(10)});
              c.negate("Dur", "Dud", 7);
@@ -82,11 +82,16 @@ TEST(Unreached, EveryLineNoLedgerTakesIsToldBySlipAndTheRestIsPosted)
 
 TEST(Unreached, TheReportGroupsTheLinesOfASlip)
 {
+    const QString otherOffice = "営業所 2 の台帳処理で入ります（この処理は営業所 1）";
     const QList<UnreachedLine> lines{{kTto, kSales, 12, 1, 1, "得意先 999 が得意先マスターにありません"},
                                      {kTto, kSales, 12, 1, 3, "得意先 999 が得意先マスターにありません"},
-                                     {kTsi, kPurchases, -4, 2, 2, "締め月 0 が 1 から 13 ではありません"}};
+                                     {kTsi, kPurchases, -4, 2, 2, "締め月 0 が 1 から 13 ではありません"},
+                                     {kTto, kSales, 3, 2, 1, otherOffice, false},
+                                     {kTto, kSales, 3, 2, 2, otherOffice, false},
+                                     {kTto, kSales, 8, 2, 1, otherOffice, false}};
     EXPECT_EQ(unreachedReport(lines),
-              "台帳に入らなかった明細があります（3 行）。\n"
+              "台帳に入らなかった明細があります（6 行）。\n"
+              "得意先台帳：営業所 2 の売上伝票 2 枚 3 行：" + otherOffice + "\n"
               "得意先台帳：売上伝票 No.12（営業所 1） 1, 3行目：得意先 999 が得意先マスターにありません\n"
               "仕入先台帳：仕入伝票 No.4（取消分）（営業所 2） 2行目：締め月 0 が 1 から 13 ではありません");
     EXPECT_TRUE(unreachedReport({}).isEmpty());
