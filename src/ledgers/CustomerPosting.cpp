@@ -23,26 +23,32 @@ QVariantList groupBinds(const LedgerRun& run, int month, qint64 tor)
     return {month, run.office, run.flag, tor};
 }
 
+const QString kSum = rowText(LedgerRow::Sum);
+
+// Row -1 of each destination: the amounts of its lines by line kind.
 bool insertAmounts(LedgerRun& run, int month, qint64 tor)
 {
-    QStringList sums;
-    for (int k = 0; k < 4; ++k) sums << QStringLiteral("SUM(CASE WHEN Dud.Kubun=%1 THEN Dud.UGaku END)").arg(k);
-    return run.exec(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, Getudo, EigCode, Gaku, HGaku, NGaku, KGaku) "
-                                   "SELECT Dur.TorCode, Dur.NouCode, -1, Dur.EigCode, %1")
-                        .arg(sums.join(QStringLiteral(", "))) + QLatin1String(kGroupLines),
+    QStringList byKind;
+    for (int k = 0; k < 4; ++k) byKind << QStringLiteral("SUM(CASE WHEN Dud.Kubun=%1 THEN Dud.UGaku END)").arg(k);
+    return run.exec(sqlText(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, Getudo, EigCode, Gaku, HGaku, "
+                                           "NGaku, KGaku) SELECT Dur.TorCode, Dur.NouCode, {amounts}, Dur.EigCode, {byKind}"),
+                            {{"amounts", rowText(LedgerRow::LineAmounts)}, {"byKind", byKind.join(QStringLiteral(", "))}})
+                        + QLatin1String(kGroupLines),
                     groupBinds(run, month, tor));
 }
 
 QList<GroupKey> postedGroups(LedgerRun& run)
 {
     QList<GroupKey> out;
-    QSqlQuery& q = run.query(QStringLiteral("SELECT TorCode, NouCode, EigCode FROM TtoD WHERE Getudo=-1 "
-                                            "ORDER BY TorCode, NouCode, EigCode"));
+    QSqlQuery& q = run.query(sqlText(QStringLiteral("SELECT TorCode, NouCode, EigCode FROM TtoD WHERE Getudo={amounts} "
+                                                    "ORDER BY TorCode, NouCode, EigCode"),
+                                     {{"amounts", rowText(LedgerRow::LineAmounts)}}));
     while (q.next())
         out << GroupKey{q.value(0).toLongLong(), q.value(1).toLongLong(), static_cast<short>(q.value(2).toInt())};
     return out;
 }
 
+// The month row's tax of the destination goes: row -2 brings the whole month's tax anew.
 bool zeroMonthTax(LedgerRun& run, const GroupKey& g, int month)
 {
     return run.exec(QStringLiteral("UPDATE TtoD SET Zeigaku=0 WHERE TorCode=? AND NouCode=? AND EigCode=? AND Getudo=?"),
@@ -76,8 +82,9 @@ bool postSalesPerInvoice(LedgerRun& run, int month, qint64 tor)
         if (hasOld) tax += CalcTax(run.rates, false, Money::fromStore(q.value(3)), hsuType, hsu);
         if (hasNew) tax += CalcTax(run.rates, true, Money::fromStore(q.value(5)), hsuType, hsu);
         if (hasOld || hasNew)
-            run.exec(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, EigCode, Getudo, ZeiGaku) "
-                                    "VALUES (?, ?, ?, -2, ?)"),
+            run.exec(sqlText(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, EigCode, Getudo, ZeiGaku) "
+                                            "VALUES (?, ?, ?, {invoiceTax}, ?)"),
+                             {{"invoiceTax", rowText(LedgerRow::InvoiceTax)}}),
                      {g.tor, g.nou, g.eig, tax.toStore()});
         zeroMonthTax(run, g, month);
         run.show(QStringLiteral("得意先台帳：Step 1 %1 / %2").arg(++done).arg(groups.size()));
@@ -85,23 +92,28 @@ bool postSalesPerInvoice(LedgerRun& run, int month, qint64 tor)
     return run.ok();
 }
 
-// Modes 2 and 3 add the stored tax of the posted lines; mode 4 has no tax in the month.
+// Modes 2 and 3: row -4 of each destination, the stored tax of its lines; mode 4 has no tax
+// in the month, so the month row's tax of the posted destinations goes to 0.
 bool postSalesOtherModes(LedgerRun& run, int month, qint64 tor, int mode)
 {
     run.show(QStringLiteral("得意先台帳：Step 1"));
     insertAmounts(run, month, tor);
+    const QString amounts = rowText(LedgerRow::LineAmounts);
     if (mode == 4) {
-        run.exec(QStringLiteral("UPDATE TtoD AS D SET Zeigaku=0 FROM TtoD AS T WHERE T.TorCode=D.TorCode "
-                                "AND T.NouCode=D.NouCode AND T.EigCode=D.EigCode AND T.Getudo=-1 AND +D.Getudo=?"),
+        run.exec(sqlText(QStringLiteral("UPDATE TtoD AS D SET Zeigaku=0 FROM TtoD AS T WHERE T.TorCode=D.TorCode "
+                                        "AND T.NouCode=D.NouCode AND T.EigCode=D.EigCode AND T.Getudo={amounts} "
+                                        "AND +D.Getudo=?"),
+                         {{"amounts", amounts}}),
                  {month});
     } else {
-        QString sql = QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, Getudo, EigCode, Zeigaku) "
-                                     "SELECT Dur.TorCode, Dur.NouCode, -4, Dur.EigCode, SUM(Dud.ZeiGaku)")
+        QString sql = sqlText(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, Getudo, EigCode, Zeigaku) "
+                                             "SELECT Dur.TorCode, Dur.NouCode, {lineTax}, Dur.EigCode, SUM(Dud.ZeiGaku)"),
+                              {{"lineTax", rowText(LedgerRow::LineTax)}})
                       + QLatin1String(kGroupLines);
         sql.replace(QStringLiteral(" GROUP BY"), QStringLiteral(" AND Dud.ZeiFlag IN (1, 4) GROUP BY"));
         run.exec(sql, groupBinds(run, month, tor));
     }
-    QSqlQuery& n = run.query(QStringLiteral("SELECT COUNT(*) FROM TtoD WHERE Getudo=-1"));
+    QSqlQuery& n = run.query(sqlText(QStringLiteral("SELECT COUNT(*) FROM TtoD WHERE Getudo={amounts}"), {{"amounts", amounts}}));
     const int groups = n.next() ? n.value(0).toInt() : 0;
     if (groups > 0) run.show(QStringLiteral("得意先台帳：Step 1 %1 / %1").arg(groups));
     return run.ok();
@@ -111,12 +123,14 @@ bool postSalesOtherModes(LedgerRun& run, int month, qint64 tor, int mode)
 // a destination brings a customer that has no head at all, then every missing exact head.
 bool addMissingHeads(LedgerRun& run)
 {
-    const QString ownMissing = QStringLiteral(
-        "T.Getudo=-10 AND T.NouCode<>0 AND NOT EXISTS (SELECT 1 FROM Tto WHERE Tto.TorCode=T.TorCode "
-        "AND Tto.EigCode=T.EigCode)");
-    run.exec(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, EigCode, Getudo, %1) "
-                            "SELECT DISTINCT T.TorCode, 0, T.EigCode, M.m, %2 FROM TtoD AS T, %3 AS M WHERE %4")
-                 .arg(zeroFigureColumns(), zeroFigureValues(), monthRows(), ownMissing));
+    const QString ownMissing = sqlText(QStringLiteral("T.Getudo={sum} AND T.NouCode<>0 AND NOT EXISTS (SELECT 1 FROM Tto "
+                                                      "WHERE Tto.TorCode=T.TorCode AND Tto.EigCode=T.EigCode)"),
+                                       {{"sum", kSum}});
+    run.exec(sqlText(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, EigCode, Getudo, {figures}) "
+                                    "SELECT DISTINCT T.TorCode, 0, T.EigCode, M.m, {zeros} FROM TtoD AS T, {months} AS M "
+                                    "WHERE {missing}"),
+                     {{"figures", zeroFigureColumns()}, {"zeros", zeroFigureValues()}, {"months", monthRows()},
+                      {"missing", ownMissing}}));
     run.exec(QStringLiteral("INSERT OR IGNORE INTO Tto (TorCode, NouCode, EigCode, TorNamae, TbnCode, TbnNamae, NouNamae, "
                             "Sime, Nendo, SeiFlag) "
                             "SELECT T.TorCode, 0, T.EigCode, Tor.Namae, Tor.TbnCode, Tbn.Namae, ' ', Tor.Sime, ?, "
@@ -125,15 +139,17 @@ bool addMissingHeads(LedgerRun& run)
                             "WHERE ") + ownMissing,
              {run.nendo});
 
-    const QString missing = QStringLiteral(
-        "T.Getudo=-10 AND NOT EXISTS (SELECT 1 FROM Tto WHERE Tto.TorCode=T.TorCode AND Tto.NouCode=T.NouCode "
-        "AND Tto.EigCode=T.EigCode)");
+    const QString missing = sqlText(QStringLiteral("T.Getudo={sum} AND NOT EXISTS (SELECT 1 FROM Tto WHERE Tto.TorCode=T.TorCode "
+                                                   "AND Tto.NouCode=T.NouCode AND Tto.EigCode=T.EigCode)"),
+                                    {{"sum", kSum}});
     QSqlQuery& count = run.query(QStringLiteral("SELECT COUNT(*) FROM TtoD AS T WHERE ") + missing);
     const int total = count.next() ? count.value(0).toInt() : 0;
     if (!run.ok() || total == 0) return run.ok();
-    run.exec(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, EigCode, Getudo, %1) "
-                            "SELECT T.TorCode, T.NouCode, T.EigCode, M.m, %2 FROM TtoD AS T, %3 AS M WHERE %4")
-                 .arg(zeroFigureColumns(), zeroFigureValues(), monthRows(), missing));
+    run.exec(sqlText(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, EigCode, Getudo, {figures}) "
+                                    "SELECT T.TorCode, T.NouCode, T.EigCode, M.m, {zeros} FROM TtoD AS T, {months} AS M "
+                                    "WHERE {missing}"),
+                     {{"figures", zeroFigureColumns()}, {"zeros", zeroFigureValues()}, {"months", monthRows()},
+                      {"missing", missing}}));
     run.exec(QStringLiteral("INSERT OR IGNORE INTO Tto (TorCode, NouCode, EigCode, TorNamae, TbnCode, TbnNamae, NouNamae, "
                             "Sime, Nendo, SeiFlag) "
                             "SELECT T.TorCode, T.NouCode, T.EigCode, Tor.Namae, Tor.TbnCode, Tbn.Namae, "
@@ -146,8 +162,8 @@ bool addMissingHeads(LedgerRun& run)
     return run.ok();
 }
 
-// The destinations' month rolls up into the customer's own row; its tax is set to the sum of
-// the destinations' tax.
+// The destinations' rows -10 roll up into the customer's own month row (NouCode 0): every
+// figure is added, and its tax is set to the sum of the destinations' tax.
 bool rollUpDestinations(LedgerRun& run, int month)
 {
     const QStringList added = QStringLiteral("Gaku HGaku NGaku KGaku KTotal Genkin Kogite Furikomi Tegata Sousai Chousei NTotal")
@@ -157,8 +173,9 @@ bool rollUpDestinations(LedgerRun& run, int month)
         sums << QStringLiteral("SUM(%1)").arg(f);
         sets << QStringLiteral("%1=%1+?").arg(f);
     }
-    QSqlQuery& q = run.query(QStringLiteral("SELECT TorCode, EigCode, %1 FROM TtoD WHERE Getudo=-10 AND NouCode<>0 "
-                                            "GROUP BY TorCode, EigCode ORDER BY TorCode").arg(sums.join(QStringLiteral(", "))));
+    QSqlQuery& q = run.query(sqlText(QStringLiteral("SELECT TorCode, EigCode, {sums} FROM TtoD WHERE Getudo={sum} "
+                                                    "AND NouCode<>0 GROUP BY TorCode, EigCode ORDER BY TorCode"),
+                                     {{"sums", sums.join(QStringLiteral(", "))}, {"sum", kSum}}));
     struct RollUp { qint64 tor; short eig; QVariantList sums; };
     QList<RollUp> rows;
     while (q.next()) {
@@ -169,8 +186,9 @@ bool rollUpDestinations(LedgerRun& run, int month)
     for (const RollUp& r : rows) {
         if (!run.ok()) break;
         const Money tax = SumDeliveryTax(run, r.tor, month);
-        run.exec(QStringLiteral("UPDATE TtoD SET %1, ZeiGaku=? WHERE TorCode=? AND NouCode=0 AND EigCode=? AND Getudo=?")
-                     .arg(sets.join(QStringLiteral(", "))),
+        run.exec(sqlText(QStringLiteral("UPDATE TtoD SET {added}, ZeiGaku=? WHERE TorCode=? AND NouCode=0 AND EigCode=? "
+                                        "AND Getudo=?"),
+                         {{"added", sets.join(QStringLiteral(", "))}}),
                  r.sums + QVariantList{tax.toStore(), r.tor, r.eig, month});
     }
     return run.ok();
@@ -180,17 +198,20 @@ bool postCustomerBalances(LedgerRun& run, int month, qint64 tor)
 {
     const MoneySide& side = customerSide();
     run.show(QStringLiteral("得意先台帳：Step 6"));
-    // Cash sales count as received at once; they are written under the session's office.
-    run.exec(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, Getudo, Genkin, EigCode) "
-                            "SELECT Dur.TorCode, Dur.NouCode, -6, SUM(Dud.UGaku+Dud.ZeiGaku), ? "
-                            "FROM Dud INNER JOIN Dur ON Dud.Dno=Dur.Dno AND Dud.EigCode=Dur.EigCode "
-                            "WHERE Dud.Getudo=? AND Dud.ThiFlag=? AND Dur.Kubun=1 AND Dud.TorCode=? "
-                            "GROUP BY Dur.TorCode, Dur.NouCode, Dur.EigCode"),
+    // Row -6: cash sales count as received at once, as Genkin; written under the session's office.
+    run.exec(sqlText(QStringLiteral("INSERT OR IGNORE INTO TtoD (TorCode, NouCode, Getudo, Genkin, EigCode) "
+                                    "SELECT Dur.TorCode, Dur.NouCode, {cash}, SUM(Dud.UGaku+Dud.ZeiGaku), ? "
+                                    "FROM Dud INNER JOIN Dur ON Dud.Dno=Dur.Dno AND Dud.EigCode=Dur.EigCode "
+                                    "WHERE Dud.Getudo=? AND Dud.ThiFlag=? AND Dur.Kubun=1 AND Dud.TorCode=? "
+                                    "GROUP BY Dur.TorCode, Dur.NouCode, Dur.EigCode"),
+                     {{"cash", rowText(LedgerRow::Cash)}}),
              {run.office, month, run.flag, tor});
+    // Row -10 of each destination and heads for new ones.
     scratchNullsToZero(run, side);
     sumScratch(run, side);
     addMissingHeads(run);
     run.show(QStringLiteral("得意先台帳：Step 9"));
+    // Into the month row, up to the customer's own row, then the balances of the year.
     totalScratch(run, side);
     addScratchToMonth(run, side, month);
     rollUpDestinations(run, month);
@@ -219,17 +240,18 @@ Money SumDeliveryTax(LedgerRun& run, qint64 TorCode, int month)
 
 bool CarryCustomerOwnRows(LedgerRun& run, bool officeOnly, const QString& progressPrefix)
 {
-    QString list = QStringLiteral("SELECT TorCode,EigCode FROM TtoD WHERE Getudo=-10 AND NouCode<>0");
+    QString list = sqlText(QStringLiteral("SELECT TorCode,EigCode FROM TtoD WHERE Getudo={sum} AND NouCode<>0"), {{"sum", kSum}});
     if (officeOnly) list += QStringLiteral(" AND EigCode=?");
     list += QStringLiteral(" GROUP BY TorCode,EigCode ORDER BY EigCode,TorCode");
     QSqlQuery& q = run.query(list, officeOnly ? QVariantList{run.office} : QVariantList{});
     QList<QPair<qint64, short>> customers;
     while (q.next()) customers << qMakePair(q.value(0).toLongLong(), static_cast<short>(q.value(1).toInt()));
 
-    const QString carry = QStringLiteral("UPDATE TtoD AS D SET Zenkaigaku=%1 FROM TtoD AS P WHERE P.TorCode=D.TorCode "
-                                         "AND P.NouCode=D.NouCode AND P.EigCode=D.EigCode AND P.Getudo=? AND D.Getudo=? "
-                                         "AND D.TorCode=? AND D.NouCode=0 AND D.EigCode=?")
-                              .arg(leavingBalance(QStringLiteral("P")));
+    // The own row's Zenkaigaku of each month from the second on: what left the month before.
+    const QString carry = sqlText(QStringLiteral("UPDATE TtoD AS D SET Zenkaigaku={leaving} FROM TtoD AS P "
+                                                 "WHERE P.TorCode=D.TorCode AND P.NouCode=D.NouCode AND P.EigCode=D.EigCode "
+                                                 "AND P.Getudo=? AND D.Getudo=? AND D.TorCode=? AND D.NouCode=0 AND D.EigCode=?"),
+                                  {{"leaving", leavingBalance(QStringLiteral("P"))}});
     for (const auto& c : customers) {
         int prev = run.firstMonth;
         for (int i = 0; i < 11 && run.ok(); ++i) {
@@ -238,13 +260,16 @@ bool CarryCustomerOwnRows(LedgerRun& run, bool officeOnly, const QString& progre
             if (!progressPrefix.isEmpty()) run.show(progressPrefix + QString::number(cur));
             prev = cur;
         }
-        run.exec(QStringLiteral("UPDATE Tto SET Zan=%1 FROM TtoD AS E WHERE E.TorCode=Tto.TorCode AND E.NouCode=0 "
-                                "AND E.EigCode=Tto.EigCode AND E.Getudo=? AND Tto.TorCode=? AND Tto.NouCode=0 "
-                                "AND Tto.EigCode=?").arg(leavingBalance(QStringLiteral("E"))),
+        // The own head's Zan: what leaves the last month; row 13 carries it into the next year.
+        run.exec(sqlText(QStringLiteral("UPDATE Tto SET Zan={leaving} FROM TtoD AS E WHERE E.TorCode=Tto.TorCode "
+                                        "AND E.NouCode=0 AND E.EigCode=Tto.EigCode AND E.Getudo=? AND Tto.TorCode=? "
+                                        "AND Tto.NouCode=0 AND Tto.EigCode=?"),
+                         {{"leaving", leavingBalance(QStringLiteral("E"))}}),
                  {run.lastMonth, c.first, c.second});
-        run.exec(QStringLiteral("UPDATE TtoD SET Zenkaigaku=Tto.Zan FROM Tto WHERE Tto.TorCode=TtoD.TorCode "
-                                "AND Tto.NouCode=0 AND Tto.EigCode=TtoD.EigCode AND TtoD.TorCode=? AND TtoD.NouCode=0 "
-                                "AND TtoD.EigCode=? AND TtoD.Getudo=13"),
+        run.exec(sqlText(QStringLiteral("UPDATE TtoD SET Zenkaigaku=Tto.Zan FROM Tto WHERE Tto.TorCode=TtoD.TorCode "
+                                        "AND Tto.NouCode=0 AND Tto.EigCode=TtoD.EigCode AND TtoD.TorCode=? "
+                                        "AND TtoD.NouCode=0 AND TtoD.EigCode=? AND TtoD.Getudo={carried}"),
+                         {{"carried", rowText(LedgerRow::CarriedOut)}}),
                  {c.first, c.second});
     }
     return run.ok();

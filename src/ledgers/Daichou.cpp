@@ -52,9 +52,12 @@ bool addHead(LedgerRun& run, const HeadKey& k, short SeiFlag)
 bool addMonthRows(LedgerRun& run, const HeadKey& k)
 {
     const MoneySide& s = k.side();
-    const QString keyValues = k.customer ? QStringLiteral("?, ?, ?") : QStringLiteral("?, ?");
-    return run.exec(QStringLiteral("INSERT OR IGNORE INTO %1 (%2, Getudo, %3) SELECT %4, m, %5 FROM %6")
-                        .arg(s.months, s.keyList(), zeroFigureColumns(), keyValues, zeroFigureValues(), monthRows()),
+    // The thirteen month rows of the head, all figures zero; rows already there stay.
+    return run.exec(sqlText(QStringLiteral("INSERT OR IGNORE INTO {months} ({keys}, Getudo, {figures}) "
+                                           "SELECT {marks}, m, {zeros} FROM {monthNumbers}"),
+                            {{"months", s.months}, {"keys", s.keyList()}, {"figures", zeroFigureColumns()},
+                             {"marks", k.customer ? QStringLiteral("?, ?, ?") : QStringLiteral("?, ?")},
+                             {"zeros", zeroFigureValues()}, {"monthNumbers", monthRows()}}),
                     k.binds());
 }
 
@@ -92,21 +95,27 @@ bool postLedger(LedgerRun& run, const HeadKey& k, const LedgerAmounts& a, int mo
     if (!exists && !addHead(run, k, SeiFlag)) return false;
     if (!addMonthRows(run, k)) return false;
 
-    // Sales and purchases never come this way: only the money columns move.
+    // Sales and purchases never come this way: only the money columns of the month move, and
+    // NTotal with them.
     const QVariantList money{a.Genkin.toStore(), a.Kogite.toStore(), a.Furikomi.toStore(),
                              a.Tegata.toStore(), a.Sousai.toStore(), a.Chousei.toStore()};
-    run.exec(QStringLiteral("UPDATE %1 SET Genkin=Genkin+?, Kogite=Kogite+?, Furikomi=Furikomi+?, Tegata=Tegata+?, "
-                            "Sousai=Sousai+?, Chousei=Chousei+?, "
-                            "NTotal=(Genkin+?)+(Kogite+?)+(Furikomi+?)+(Tegata+?)+(Sousai+?)+(Chousei+?) "
-                            "WHERE %2 AND Getudo=?").arg(s.months, k.where()),
+    run.exec(sqlText(QStringLiteral("UPDATE {months} SET Genkin=Genkin+?, Kogite=Kogite+?, Furikomi=Furikomi+?, "
+                                    "Tegata=Tegata+?, Sousai=Sousai+?, Chousei=Chousei+?, "
+                                    "NTotal=(Genkin+?)+(Kogite+?)+(Furikomi+?)+(Tegata+?)+(Sousai+?)+(Chousei+?) "
+                                    "WHERE {ofHead} AND Getudo=?"),
+                     {{"months", s.months}, {"ofHead", k.where()}}),
              money + money + k.binds() + QVariantList{month});
     if (!carry(run, k)) return false;
 
-    const QString rowKey = k.customer ? QStringLiteral("?, ?, ?") : QStringLiteral("?, ?");
-    run.exec(QStringLiteral("INSERT OR IGNORE INTO %1 (%2, Getudo) VALUES (%3, 13)").arg(s.months, s.keyList(), rowKey),
+    // Row 13 carries the head's Zan into the next year.
+    const QString carried = rowText(LedgerRow::CarriedOut);
+    run.exec(sqlText(QStringLiteral("INSERT OR IGNORE INTO {months} ({keys}, Getudo) VALUES ({marks}, {carried})"),
+                     {{"months", s.months}, {"keys", s.keyList()},
+                      {"marks", k.customer ? QStringLiteral("?, ?, ?") : QStringLiteral("?, ?")}, {"carried", carried}}),
              k.binds());
-    return run.exec(QStringLiteral("UPDATE %1 SET Zenkaigaku=(SELECT Zan FROM %2 WHERE %3) WHERE %4 AND Getudo=13")
-                        .arg(s.months, s.head, k.where(), k.where()),
+    return run.exec(sqlText(QStringLiteral("UPDATE {months} SET Zenkaigaku=(SELECT Zan FROM {head} WHERE {ofHead}) "
+                                           "WHERE {ofHead} AND Getudo={carried}"),
+                            {{"months", s.months}, {"head", s.head}, {"ofHead", k.where()}, {"carried", carried}}),
                     k.binds() + k.binds());
 }
 

@@ -9,9 +9,9 @@ namespace {
 // Calendar months of the marked lines in ascending order; a line without a date reads as 0.
 QList<int> markedMonths(LedgerRun& run, const QString& table)
 {
-    const QString month = monthOf(QStringLiteral("Hizuke"));
-    QSqlQuery& q = run.query(QStringLiteral("SELECT %1 AS aGetudo FROM %2 WHERE ThiFlag=? GROUP BY %1 ORDER BY %1")
-                                 .arg(month, table),
+    QSqlQuery& q = run.query(sqlText(QStringLiteral("SELECT {calendarMonth} AS aGetudo FROM {lines} WHERE ThiFlag=? "
+                                                    "GROUP BY {calendarMonth} ORDER BY {calendarMonth}"),
+                                     {{"calendarMonth", monthOf(QStringLiteral("Hizuke"))}, {"lines", table}}),
                              {run.flag});
     QList<int> out;
     while (q.next() && out.size() < 13) out << q.value(0).toInt();
@@ -74,8 +74,10 @@ bool runLedgerProcessing(const ProgressFn& progress, QString* error, QList<Unrea
         PostSalesGroups(run);
         PostPurchaseMonths(run);
         // Marks and negated rows go only once all three ledgers hold the lines.
-        run.exec(QStringLiteral("UPDATE Dud SET ThiFlag=0 WHERE ThiFlag=?"), {run.flag});
-        run.exec(QStringLiteral("UPDATE Dsd SET ThiFlag=0 WHERE ThiFlag=?"), {run.flag});
+        for (const char* lines : {"Dud", "Dsd"})
+            run.exec(sqlText(QStringLiteral("UPDATE {lines} SET ThiFlag={posted} WHERE ThiFlag=?"),
+                             {{"lines", QLatin1String(lines)}, {"posted", rowText(ThiFlag::Posted)}}),
+                     {run.flag});
         run.exec(QStringLiteral("DELETE FROM Dur WHERE Dno<0"));
         run.exec(QStringLiteral("DELETE FROM Dud WHERE Dno<0"));
         run.exec(QStringLiteral("DELETE FROM Dsr WHERE Dno<0"));

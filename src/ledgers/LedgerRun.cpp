@@ -101,3 +101,11 @@ bool finishUnit(LedgerRun& run, PostingUnit& unit, QString* error)
     if (error) *error = run.error();
     return false;
 }
+
+QString sqlText(QString text, std::initializer_list<std::pair<const char*, QString>> pieces)
+{
+    for (const auto& [name, piece] : pieces)
+        text.replace(QLatin1Char('{') + QLatin1String(name) + QLatin1Char('}'), piece);
+    Q_ASSERT_X(!text.contains(QLatin1Char('{')), "sqlText", qPrintable(text));
+    return text;
+}

@@ -9,6 +9,7 @@
 #include <QSqlDatabase>
 #include <QString>
 #include <QVariantList>
+#include "ledgers/LedgerRows.h"
 #include "ledgers/Tax.h"
 #include "store/Sql.h"
 
@@ -23,7 +24,7 @@ public:
     LedgerRun& operator=(const LedgerRun&) = delete;
 
     QSqlDatabase db;
-    int flag = -1;
+    int flag = ThiFlag::Waiting;
     short office = 0;
     int nendo = 0;
     short firstMonth = 4;

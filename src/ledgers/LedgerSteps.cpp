@@ -59,59 +59,73 @@ QString zeroFigureValues()
 
 QString leavingBalance(const QString& a)
 {
-    return QStringLiteral("%1.Zenkaigaku+%1.KTotal+%1.Zeigaku-%1.NTotal").arg(a);
+    return sqlText(QStringLiteral("{a}.Zenkaigaku+{a}.KTotal+{a}.Zeigaku-{a}.NTotal"), {{"a", a}});
+}
+
+namespace {
+const QString kSum = rowText(LedgerRow::Sum);
 }
 
 bool deleteScratch(LedgerRun& run, const MoneySide& side)
 {
-    return run.exec(QStringLiteral("DELETE FROM %1 WHERE Getudo<0").arg(side.months));
+    return run.exec(sqlText(QStringLiteral("DELETE FROM {months} WHERE Getudo<0"), {{"months", side.months}}));
 }
 
 bool scratchNullsToZero(LedgerRun& run, const MoneySide& side)
 {
     for (const QString& f : scratchFigures())
-        run.exec(QStringLiteral("UPDATE %1 SET %2=0 WHERE %2 IS NULL AND Getudo<0").arg(side.months, f));
+        run.exec(sqlText(QStringLiteral("UPDATE {months} SET {figure}=0 WHERE {figure} IS NULL AND Getudo<0"),
+                         {{"months", side.months}, {"figure", f}}));
     return run.ok();
 }
 
+// Row -10 of each head: the sum of its scratch rows, figure by figure.
 bool sumScratch(LedgerRun& run, const MoneySide& side)
 {
     QStringList sums;
     for (const QString& f : scratchFigures()) sums << QStringLiteral("SUM(%1)").arg(f);
-    return run.exec(QStringLiteral("INSERT OR IGNORE INTO %1 (%2, Getudo, %3) SELECT %2, -10, %4 FROM %1 "
-                                   "WHERE Getudo<0 GROUP BY %2")
-                        .arg(side.months, side.keyList(), scratchFigures().join(QStringLiteral(", ")),
-                             sums.join(QStringLiteral(", "))));
+    return run.exec(sqlText(QStringLiteral("INSERT OR IGNORE INTO {months} ({keys}, Getudo, {figures}) "
+                                           "SELECT {keys}, {sum}, {sums} FROM {months} WHERE Getudo<0 GROUP BY {keys}"),
+                            {{"months", side.months}, {"keys", side.keyList()},
+                             {"figures", scratchFigures().join(QStringLiteral(", "))}, {"sum", kSum},
+                             {"sums", sums.join(QStringLiteral(", "))}}));
 }
 
+// Row -10: KTotal of the four line kinds, NTotal of the six money kinds.
 bool totalScratch(LedgerRun& run, const MoneySide& side)
 {
-    return run.exec(QStringLiteral("UPDATE %1 SET KTotal=Gaku+HGaku+NGaku+KGaku, "
-                                   "NTotal=Genkin+Kogite+Furikomi+Tegata+Sousai+Chousei WHERE Getudo=-10")
-                        .arg(side.months));
+    return run.exec(sqlText(QStringLiteral("UPDATE {months} SET KTotal=Gaku+HGaku+NGaku+KGaku, "
+                                           "NTotal=Genkin+Kogite+Furikomi+Tegata+Sousai+Chousei WHERE Getudo={sum}"),
+                            {{"months", side.months}, {"sum", kSum}}));
 }
 
-// A "+" before a month filter keeps the store from reading a whole month of every key: the few
-// rows -10 lead the join, and the month rows are found by their key.
+// The month row of each touched head gets its row -10 added, figure by figure. A "+" before a
+// month filter keeps the store from reading a whole month of every key: the few rows -10 lead
+// the join, and the month rows are found by their key.
 bool addScratchToMonth(LedgerRun& run, const MoneySide& side, int month)
 {
     QStringList sets;
     for (const QString& f : moneyFigures()) sets << QStringLiteral("%1=D.%1+T.%1").arg(f);
-    return run.exec(QStringLiteral("UPDATE %1 AS D SET %2 FROM %1 AS T WHERE %3 AND T.Getudo=-10 AND +D.Getudo=?")
-                        .arg(side.months, sets.join(QStringLiteral(", ")), side.joinKeys(QStringLiteral("T"), QStringLiteral("D"))),
+    return run.exec(sqlText(QStringLiteral("UPDATE {months} AS D SET {sets} FROM {months} AS T "
+                                           "WHERE {sameHead} AND T.Getudo={sum} AND +D.Getudo=?"),
+                            {{"months", side.months}, {"sets", sets.join(QStringLiteral(", "))},
+                             {"sameHead", side.joinKeys(QStringLiteral("T"), QStringLiteral("D"))}, {"sum", kSum}}),
                     {month});
 }
 
+// Zenkaigaku of each month from the second on: what left the month before (P).
 bool carryMonths(LedgerRun& run, const MoneySide& side, bool touched, const QString& progressPrefix)
 {
-    const QString join = side.joinKeys(QStringLiteral("P"), QStringLiteral("D"));
     const QString sql = touched
-        ? QStringLiteral("UPDATE %1 AS D SET Zenkaigaku=%2 FROM %1 AS T, %1 AS P WHERE %3 AND T.Getudo=-10 "
-                         "AND %4 AND +P.Getudo=? AND +D.Getudo=?")
-              .arg(side.months, leavingBalance(QStringLiteral("P")), side.joinKeys(QStringLiteral("T"), QStringLiteral("D")), join)
-        : QStringLiteral("UPDATE %1 AS D SET Zenkaigaku=%2 FROM %1 AS P WHERE %3 AND +P.Getudo=? AND D.Getudo=? "
-                         "AND D.EigCode=?")
-              .arg(side.months, leavingBalance(QStringLiteral("P")), join);
+        ? sqlText(QStringLiteral("UPDATE {months} AS D SET Zenkaigaku={leaving} FROM {months} AS T, {months} AS P "
+                                 "WHERE {touchedHead} AND T.Getudo={sum} AND {sameHeadBefore} AND +P.Getudo=? AND +D.Getudo=?"),
+                  {{"months", side.months}, {"leaving", leavingBalance(QStringLiteral("P"))},
+                   {"touchedHead", side.joinKeys(QStringLiteral("T"), QStringLiteral("D"))}, {"sum", kSum},
+                   {"sameHeadBefore", side.joinKeys(QStringLiteral("P"), QStringLiteral("D"))}})
+        : sqlText(QStringLiteral("UPDATE {months} AS D SET Zenkaigaku={leaving} FROM {months} AS P "
+                                 "WHERE {sameHeadBefore} AND +P.Getudo=? AND D.Getudo=? AND D.EigCode=?"),
+                  {{"months", side.months}, {"leaving", leavingBalance(QStringLiteral("P"))},
+                   {"sameHeadBefore", side.joinKeys(QStringLiteral("P"), QStringLiteral("D"))}});
     int prev = run.firstMonth;
     for (int i = 0; i < 11 && run.ok(); ++i) {
         const int cur = nextMonth(prev);
@@ -124,13 +138,16 @@ bool carryMonths(LedgerRun& run, const MoneySide& side, bool touched, const QStr
     return run.ok();
 }
 
+// Row 13 of each touched head: Zenkaigaku is what leaves the last month (E).
 bool carryToRow13(LedgerRun& run, const MoneySide& side, bool officeOnly)
 {
-    QString sql = QStringLiteral("UPDATE %1 AS D SET Zenkaigaku=%2 FROM %1 AS E, %1 AS T WHERE +D.Getudo=13 "
-                                 "AND %3 AND +E.Getudo=? AND %4 AND T.Getudo=-10")
-                      .arg(side.months, leavingBalance(QStringLiteral("E")),
-                           side.joinKeys(QStringLiteral("E"), QStringLiteral("D")),
-                           side.joinKeys(QStringLiteral("T"), QStringLiteral("D")));
+    QString sql = sqlText(QStringLiteral("UPDATE {months} AS D SET Zenkaigaku={leaving} FROM {months} AS E, {months} AS T "
+                                         "WHERE +D.Getudo={carried} AND {sameHeadLast} AND +E.Getudo=? AND {touchedHead} "
+                                         "AND T.Getudo={sum}"),
+                          {{"months", side.months}, {"leaving", leavingBalance(QStringLiteral("E"))},
+                           {"carried", rowText(LedgerRow::CarriedOut)},
+                           {"sameHeadLast", side.joinKeys(QStringLiteral("E"), QStringLiteral("D"))},
+                           {"touchedHead", side.joinKeys(QStringLiteral("T"), QStringLiteral("D"))}, {"sum", kSum}});
     QVariantList binds{run.lastMonth};
     if (officeOnly) {
         sql += QStringLiteral(" AND D.EigCode=?");
@@ -139,18 +156,20 @@ bool carryToRow13(LedgerRun& run, const MoneySide& side, bool officeOnly)
     return run.exec(sql, binds);
 }
 
+// Zan of each touched head: what leaves its last month (D).
 bool headBalanceFromLastMonth(LedgerRun& run, const MoneySide& side, bool officeOnly)
 {
     QStringList headJoin;
     for (const QString& k : side.keys)
         if (k != QLatin1String("EigCode")) headJoin << QStringLiteral("D.%1=%2.%1").arg(k, side.head);
-    QString sql = QStringLiteral("UPDATE %1 SET Zan=%2 FROM %3 AS D, %3 AS T WHERE %4 AND +D.Getudo=? AND %5 "
-                                 "AND T.Getudo=-10")
-                      .arg(side.head, leavingBalance(QStringLiteral("D")), side.months,
-                           headJoin.join(QStringLiteral(" AND ")), side.joinKeys(QStringLiteral("T"), QStringLiteral("D")));
+    QString sql = sqlText(QStringLiteral("UPDATE {head} SET Zan={leaving} FROM {months} AS D, {months} AS T "
+                                         "WHERE {headOfLast} AND +D.Getudo=? AND {touchedHead} AND T.Getudo={sum}"),
+                          {{"head", side.head}, {"leaving", leavingBalance(QStringLiteral("D"))}, {"months", side.months},
+                           {"headOfLast", headJoin.join(QStringLiteral(" AND "))},
+                           {"touchedHead", side.joinKeys(QStringLiteral("T"), QStringLiteral("D"))}, {"sum", kSum}});
     QVariantList binds{run.lastMonth};
     if (officeOnly) {
-        sql += QStringLiteral(" AND %1.EigCode=? AND D.EigCode=?").arg(side.head);
+        sql += sqlText(QStringLiteral(" AND {head}.EigCode=? AND D.EigCode=?"), {{"head", side.head}});
         binds << run.office << run.office;
     }
     return run.exec(sql, binds);

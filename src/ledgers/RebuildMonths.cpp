@@ -49,26 +49,30 @@ const SlipSide& supplierSlips()
 QString line(const SlipSide& s) { return s.head == QLatin1String("Dur") ? QStringLiteral("Dud") : QStringLiteral("Dsd"); }
 QString master(const SlipSide& s) { return s.head == QLatin1String("Dur") ? QStringLiteral("Tor") : QStringLiteral("Sir"); }
 
-// Inserts one scratch row per partner from `select` (partner columns first, then the figures).
+// Row `getudo` of each partner of the run's office: `values` over the month's lines of
+// `from`, under the partner columns.
 int insertScratch(LedgerRun& run, const SlipSide& s, const QString& columns, const QString& values,
                   const QString& from, const QString& where, int month)
 {
-    run.exec(QStringLiteral("INSERT OR IGNORE INTO %1 (%2, EigCode, %3) SELECT %4, ?, %5%6 WHERE %7.Getudo=? AND %8 "
-                            "GROUP BY %4")
-                 .arg(s.side.months, s.side.keyList().remove(QStringLiteral(", EigCode")), columns, s.partner, values,
-                      from, line(s), where),
+    run.exec(sqlText(QStringLiteral("INSERT OR IGNORE INTO {months} ({partnerKeys}, EigCode, {columns}) "
+                                    "SELECT {partner}, ?, {values}{from} WHERE {lines}.Getudo=? AND {where} GROUP BY {partner}"),
+                     {{"months", s.side.months}, {"partnerKeys", s.side.keyList().remove(QStringLiteral(", EigCode"))},
+                      {"columns", columns}, {"partner", s.partner}, {"values", values}, {"from", from},
+                      {"lines", line(s)}, {"where", where}}),
              {run.office, month, run.office});
     return run.changes();
 }
 
-// Tax per invoice of one rate over all credit lines of the month of mode 1 partners.
+// Row `getudo` of each partner of mode 1: the tax per invoice of one rate over all credit
+// lines of the month.
 bool insertInvoiceTax(LedgerRun& run, const SlipSide& s, int month, bool newRate, int getudo, const QString& step)
 {
-    const QString l = line(s);
-    QSqlQuery& q = run.query(QStringLiteral("SELECT %1, MIN(%2.HsuType), MIN(%2.Hsu), SUM(%3.UGaku)%4 WHERE %3.Getudo=? "
-                                            "AND %3.EigCode=? AND %2.Zeituuchi=1 AND %5.Kubun=0 AND %3.ZeiFlag=1 "
-                                            "AND %3.Hizuke%6? GROUP BY %1")
-                                 .arg(s.partner, master(s), l, s.taxLines, s.head, newRate ? QStringLiteral(">") : QStringLiteral("<=")),
+    QSqlQuery& q = run.query(sqlText(QStringLiteral("SELECT {partner}, MIN({master}.HsuType), MIN({master}.Hsu), "
+                                                    "SUM({lines}.UGaku){from} WHERE {lines}.Getudo=? AND {lines}.EigCode=? "
+                                                    "AND {master}.Zeituuchi=1 AND {head}.Kubun=0 AND {lines}.ZeiFlag=1 "
+                                                    "AND {lines}.Hizuke{ofRate}? GROUP BY {partner}"),
+                                     {{"partner", s.partner}, {"master", master(s)}, {"lines", line(s)}, {"from", s.taxLines},
+                                      {"head", s.head}, {"ofRate", newRate ? QStringLiteral(">") : QStringLiteral("<=")}}),
                              {month, run.office, dateText(run.rates.TaxChangeDate)});
     const int keys = s.side.keys.size() - 1;
     struct Row { QVariantList key; Money tax; };
@@ -80,54 +84,71 @@ bool insertInvoiceTax(LedgerRun& run, const SlipSide& s, int month, bool newRate
                         static_cast<short>(q.value(keys + 1).toInt()));
         rows << r;
     }
-    const QString keyList = s.side.keyList().remove(QStringLiteral(", EigCode"));
-    const QString marks = keys == 2 ? QStringLiteral("?, ?") : QStringLiteral("?");
+    const QString insert = sqlText(QStringLiteral("INSERT OR IGNORE INTO {months} ( {partnerKeys}, Getudo, EigCode, ZeiGaku ) "
+                                                  "VALUES ({marks}, ?, ?, ?)"),
+                                   {{"months", s.side.months},
+                                    {"partnerKeys", s.side.keyList().remove(QStringLiteral(", EigCode"))},
+                                    {"marks", keys == 2 ? QStringLiteral("?, ?") : QStringLiteral("?")}});
     int done = 0;
     for (const Row& r : rows) {
-        run.exec(QStringLiteral("INSERT OR IGNORE INTO %1 ( %2, Getudo, EigCode, ZeiGaku ) VALUES (%3, ?, ?, ?)")
-                     .arg(s.side.months, keyList, marks),
-                 r.key + QVariantList{getudo, run.office, r.tax.toStore()});
+        run.exec(insert, r.key + QVariantList{getudo, run.office, r.tax.toStore()});
         run.show(QStringLiteral("%1 / %2 ").arg(++done).arg(rows.size()) + step);
     }
     return run.ok();
 }
 
+// The month of the run's office read again from all its slips: the month row is cleared, the
+// scratch rows -1 .. -8 are filled from the lines and the money slips, and row -10 of each
+// partner is added to the month row.
 bool collectMonth(LedgerRun& run, const SlipSide& s, int month, const QString& textPrefix)
 {
     const QString l = line(s);
     const MoneySide& side = s.side;
     deleteScratch(run, side);
-    run.exec(QStringLiteral("UPDATE %1 Set Gaku=0,HGaku=0,NGaku=0,KGaku=0,Zeigaku=0,KTotal=0,"
-                            "Genkin=0,Kogite=0,Furikomi=0,Tegata=0,Sousai=0,Chousei=0,NTotal=0 "
-                            "WHERE EigCode=? AND Getudo=?").arg(side.months),
+    run.exec(sqlText(QStringLiteral("UPDATE {months} Set Gaku=0,HGaku=0,NGaku=0,KGaku=0,Zeigaku=0,KTotal=0,"
+                                    "Genkin=0,Kogite=0,Furikomi=0,Tegata=0,Sousai=0,Chousei=0,NTotal=0 "
+                                    "WHERE EigCode=? AND Getudo=?"),
+                     {{"months", side.months}}),
              {run.office, month});
     run.show(s.head == QLatin1String("Dur") ? QStringLiteral("売上伝票より集計中") : QStringLiteral("仕入伝票より集計中"));
 
-    QStringList sums;
-    for (int k = 0; k < 4; ++k) sums << QStringLiteral("SUM(CASE WHEN %1.Kubun=%2 THEN %1.UGaku END)").arg(l).arg(k);
+    QStringList byKind;
+    for (int k = 0; k < 4; ++k) byKind << QStringLiteral("SUM(CASE WHEN %1.Kubun=%2 THEN %1.UGaku END)").arg(l).arg(k);
     const int groups = insertScratch(run, s, QStringLiteral("Getudo, Gaku, HGaku, NGaku, KGaku"),
-                                     QStringLiteral("-1, ") + sums.join(QStringLiteral(", ")), s.lines, s.lineOffice, month);
+                                     rowText(LedgerRow::LineAmounts) + QStringLiteral(", ") + byKind.join(QStringLiteral(", ")),
+                                     s.lines, s.lineOffice, month);
     if (groups > 0) run.show(QStringLiteral("%1 / %1 Step1").arg(groups));
-    insertInvoiceTax(run, s, month, false, -2, QStringLiteral("Step2"));
-    insertInvoiceTax(run, s, month, true, -3, QStringLiteral("Step3"));
+    insertInvoiceTax(run, s, month, false, LedgerRow::InvoiceTax, QStringLiteral("Step2"));
+    insertInvoiceTax(run, s, month, true, LedgerRow::LaterInvoiceTax, QStringLiteral("Step3"));
 
     run.show(textPrefix + QStringLiteral("4"));
-    insertScratch(run, s, QStringLiteral("Getudo, Zeigaku"), QStringLiteral("-4, SUM(%1.ZeiGaku)").arg(l),
-                  s.lineTaxLines, s.lineOffice + QStringLiteral(" AND %1.Zeituuchi<>1 AND %2.ZeiFlag IN (1, 4)").arg(master(s), l),
+    insertScratch(run, s, QStringLiteral("Getudo, Zeigaku"),
+                  sqlText(QStringLiteral("{lineTax}, SUM({lines}.ZeiGaku)"),
+                          {{"lineTax", rowText(LedgerRow::LineTax)}, {"lines", l}}),
+                  s.lineTaxLines,
+                  s.lineOffice + sqlText(QStringLiteral(" AND {master}.Zeituuchi<>1 AND {lines}.ZeiFlag IN (1, 4)"),
+                                         {{"master", master(s)}, {"lines", l}}),
                   month);
     run.show(textPrefix + QStringLiteral("5"));
-    insertScratch(run, s, QStringLiteral("Getudo, Zeigaku"), QStringLiteral("-5, SUM(%1.Zeigaku)").arg(l), s.lines,
-                  s.lineOffice + QStringLiteral(" AND %1.ZeiFlag=2").arg(l), month);
+    insertScratch(run, s, QStringLiteral("Getudo, Zeigaku"),
+                  sqlText(QStringLiteral("{inclusiveTax}, SUM({lines}.Zeigaku)"),
+                          {{"inclusiveTax", rowText(LedgerRow::InclusiveTax)}, {"lines", l}}),
+                  s.lines, s.lineOffice + sqlText(QStringLiteral(" AND {lines}.ZeiFlag=2"), {{"lines", l}}), month);
     run.show(textPrefix + QStringLiteral("6"));
-    insertScratch(run, s, QStringLiteral("Getudo, Genkin"), QStringLiteral("-6, SUM(%1.UGaku+%1.ZeiGaku)").arg(l), s.lines,
-                  s.lineOffice + QStringLiteral(" AND %1.Kubun=1").arg(s.head), month);
+    insertScratch(run, s, QStringLiteral("Getudo, Genkin"),
+                  sqlText(QStringLiteral("{cash}, SUM({lines}.UGaku+{lines}.ZeiGaku)"),
+                          {{"cash", rowText(LedgerRow::Cash)}, {"lines", l}}),
+                  s.lines, s.lineOffice + sqlText(QStringLiteral(" AND {head}.Kubun=1"), {{"head", s.head}}), month);
 
     run.show(textPrefix + QStringLiteral("8"));
-    QStringList money;
-    for (int k = 1; k <= 6; ++k) money << QStringLiteral("SUM(CASE WHEN Kubun=%1 THEN %2 END)").arg(k).arg(s.moneyAmount);
-    run.exec(QStringLiteral("INSERT OR IGNORE INTO %1 (%2, EigCode, Getudo, Genkin, Kogite, Furikomi, Tegata, Sousai, Chousei) "
-                            "SELECT %2, ?, -8, %3 FROM %4 WHERE Getudo=? AND EigCode=? GROUP BY %2")
-                 .arg(side.months, s.moneyKeys, money.join(QStringLiteral(", ")), s.money),
+    // Row -8: the money of the deposit or payment slips by money kind 1..6.
+    QStringList byMoneyKind;
+    for (int k = 1; k <= 6; ++k) byMoneyKind << QStringLiteral("SUM(CASE WHEN Kubun=%1 THEN %2 END)").arg(k).arg(s.moneyAmount);
+    run.exec(sqlText(QStringLiteral("INSERT OR IGNORE INTO {months} ({partnerKeys}, EigCode, Getudo, Genkin, Kogite, Furikomi, "
+                                    "Tegata, Sousai, Chousei) SELECT {partnerKeys}, ?, {money}, {byMoneyKind} FROM {moneySlips} "
+                                    "WHERE Getudo=? AND EigCode=? GROUP BY {partnerKeys}"),
+                     {{"months", side.months}, {"partnerKeys", s.moneyKeys}, {"money", rowText(LedgerRow::Money)},
+                      {"byMoneyKind", byMoneyKind.join(QStringLiteral(", "))}, {"moneySlips", s.money}}),
              {run.office, month, run.office});
 
     scratchNullsToZero(run, side);
@@ -149,10 +170,11 @@ bool RebuildCustomerMonth(LedgerRun& run, int month)
         sums << QStringLiteral("SUM(%1) AS %1").arg(f);
         sets << QStringLiteral("%1=D.%1+S.%1").arg(f);
     }
-    run.exec(QStringLiteral("UPDATE TtoD AS D SET %1 FROM (SELECT TorCode, %2 FROM TtoD WHERE Getudo=-10 AND NouCode<>0 "
-                            "GROUP BY TorCode) AS S WHERE D.TorCode=S.TorCode AND D.NouCode=0 AND D.EigCode=? "
-                            "AND D.Getudo=?")
-                 .arg(sets.join(QStringLiteral(", ")), sums.join(QStringLiteral(", "))),
+    run.exec(sqlText(QStringLiteral("UPDATE TtoD AS D SET {added} FROM (SELECT TorCode, {sums} FROM TtoD "
+                                    "WHERE Getudo={sum} AND NouCode<>0 GROUP BY TorCode) AS S "
+                                    "WHERE D.TorCode=S.TorCode AND D.NouCode=0 AND D.EigCode=? AND D.Getudo=?"),
+                     {{"added", sets.join(QStringLiteral(", "))}, {"sums", sums.join(QStringLiteral(", "))},
+                      {"sum", rowText(LedgerRow::Sum)}}),
              {run.office, month});
     run.show(QStringLiteral("台帳書込み　Step11"));
     carryMonths(run, side, false, QStringLiteral("台帳書込み　Step11-"));

@@ -3,6 +3,7 @@
 // from 0; on Dny/Dsh it is the position from 1. The two bases are kept apart on purpose.
 #include <QString>
 #include <QStringList>
+#include "ledgers/LedgerRows.h"   // ThiFlag, the mark the ledgers read
 
 struct SlipKind {
     QString head;      // "Dur", "Dsr"; empty for deposits and payments
@@ -25,7 +26,3 @@ QString moneyKubunText(int code);
 // Tax kind of a line, 1..4 ("外  税", "内  税", "非課税", "別計算"); empty outside.
 QString zeiFlagText(int code);
 
-namespace ThiFlag {
-constexpr short Waiting = -1;   // waiting for ledger processing
-constexpr short Posted = 0;
-}
