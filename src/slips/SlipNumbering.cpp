@@ -36,7 +36,7 @@ bool RaiseNextDno(const QString& kind, short office, long candidate, QSqlError* 
 {
     const QString col = counterColumn(kind);
     if (col.isEmpty()) {
-        if (error) *error = QSqlError(QString(), QStringLiteral("no counter for %1").arg(kind), QSqlError::StatementError);
+        if (error) *error = QSqlError(QString(), QStringLiteral("伝票の種類 %1 には番号がありません。").arg(kind), QSqlError::StatementError);
         return false;
     }
     return execSql(session().MasterDb,
