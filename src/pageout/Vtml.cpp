@@ -209,6 +209,7 @@ void runLine(const QString& line)
     } else if (tag == QLatin1String("PAINT")) tagPaint(arg);
     else if (tag == QLatin1String("BKGRD")) {
         if (s.form) s.form->BKGRD();
+        else vtmlFail(QStringLiteral("エラー：背景を描く帳票がありません。「%1」").arg(line));
     } else vtmlText(arg);   // "*", and any tag the language does not know, is text
 }
 
