@@ -44,3 +44,7 @@ private:
 // VtmlPrint; a failure to finish (printer error, file not written) is told here. True when
 // everything came out.
 bool printTo(PageOutput& out, const std::function<bool()>& draw);
+
+// Why a file could not be written at `path`, in the clerk's words: a missing folder, no
+// permission, a folder of that name, else a full disk or a file in use.
+QString fileWriteReason(const QString& path);

@@ -106,7 +106,7 @@ public:
     bool open(QString* error)
     {
         if (!file_.open(QIODevice::WriteOnly)) {
-            if (error) *error = cannotWrite(file_.errorString());
+            if (error) *error = cannotWrite();
             return false;
         }
         // The pages are made in memory: the finished file is put right before it is written.
@@ -137,12 +137,12 @@ public:
         buffer_.close();
         if (!put) {
             abandon();
-            if (error) *error = cannotWrite(why);
+            if (error) *error = why;
             return false;
         }
         fixPdfToUnicode(pdf);
         if (file_.write(pdf) != pdf.size() || !file_.commit()) {
-            if (error) *error = cannotWrite(file_.errorString());
+            if (error) *error = cannotWrite();
             done_ = true;
             return false;
         }
@@ -161,9 +161,9 @@ public:
     }
 
 private:
-    QString cannotWrite(const QString& why) const
+    QString cannotWrite() const
     {
-        return QStringLiteral("エラー：PDFファイルを書き込めませんでした。（%1）%2").arg(path_, why);
+        return QStringLiteral("エラー：PDFファイルを書き込めませんでした。（%1）%2").arg(path_, fileWriteReason(path_));
     }
     QString path_;
     QSaveFile file_;

@@ -137,9 +137,20 @@ TEST(Pdf, NoHalfFile)
 {
     QTemporaryDir dir;
     ScriptedDialogs dialogs;
-    QString error;
-    EXPECT_FALSE(makePdfOutput(dir.filePath("nowhere/out.pdf"), &error));
-    EXPECT_TRUE(error.startsWith("エラー：PDFファイルを書き込めませんでした。")) << error.toStdString();
+    // The reason in the clerk's words.
+    QDir(dir.path()).mkdir("taken.pdf");
+    const struct {
+        QString file, message;
+    } unwritable[] = {
+        {dir.filePath("nowhere/out.pdf"), "保存先のフォルダがありません。"},
+        {dir.filePath("taken.pdf"), "同じ名前のフォルダがあります。"},
+    };
+    for (const auto& c : unwritable) {
+        QString error;
+        EXPECT_FALSE(makePdfOutput(c.file, &error));
+        EXPECT_EQ(error, "エラー：PDFファイルを書き込めませんでした。（" + c.file + "）" + c.message);
+    }
+    QDir(dir.path()).rmdir("taken.pdf");
 
     // A run that stops on its second page leaves no file, although one page was done.
     std::unique_ptr<PageOutput> out = makePdfOutput(dir.filePath("stopped.pdf"));
