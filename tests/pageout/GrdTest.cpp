@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <QDate>
+#include <QFont>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include "entry/Convert.h"
@@ -276,6 +277,25 @@ TEST(Grd, OnAScreenTableRowZeroIsTheHeading)
     EXPECT_TRUE(table.item(0, 2)->textAlignment() & Qt::AlignRight);
     // Widths in twips come back as they were set, to a pixel.
     EXPECT_NEAR(cells.columnWidth(2), grd.columns()[2].Width, 15);
+}
+
+// The columns of a screen's grid are as wide as the paper's: measured in the forms' fixed-pitch
+// Gothic, where a blank and a digit are half an em, whatever the screen substitutes for the
+// name (the program maps it to a proportional Gothic for its screens).
+TEST(Grd, AScreenGridMeasuresItsColumnsInThePapersFont)
+{
+    QFont::insertSubstitution(QStringLiteral("ＭＳ ゴシック"), QStringLiteral("IPAexGothic"));
+    QTableWidget table;
+    QtGridCells cells(&table);
+    Grd grd(&cells);
+    grd.GrdInit(2);
+    grd.GrdAddColumn(column("名称", "aHinNamae", "S", "30"));
+    grd.GrdAddColumn(column("金額", "tUGaku", "N", "#,###,##0"));
+    grd.GrdSetHeaders();
+    QFont::removeSubstitutions(QStringLiteral("ＭＳ ゴシック"));
+    // At 10 points: 30 blanks of 100 twips, 9 characters of 100, and the gap of 120.
+    EXPECT_NEAR(cells.columnWidth(0), 3120, 15);
+    EXPECT_NEAR(cells.columnWidth(1), 1020, 15);
 }
 
 }  // namespace
