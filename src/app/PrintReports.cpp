@@ -1,4 +1,5 @@
 #include "app/PrintReports.h"
+#include "app/PrintInvoices.h"
 #include <QGuiApplication>
 #include "ledgers/LedgerCommands.h"
 #include "pageout/QtPrintCommand.h"
@@ -6,6 +7,7 @@
 void registerPrintReports()
 {
     registerVtmlPrintReport();
+    registerInvoicePrints();
 }
 
 namespace {
