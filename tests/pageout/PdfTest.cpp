@@ -20,23 +20,27 @@ QString tool(const QString& program, const QStringList& args)
     return QString::fromUtf8(p.readAllStandardOutput());
 }
 
+// One document of fields over rows and its lines.
+bool drawDocument(ReportRows* rows, const QList<VtmlField>& fields, const QStringList& lines)
+{
+    VtmlClear();
+    for (const VtmlField& f : fields) VtmlAddField(f);
+    PbSetRows(rows);
+    for (const QString& l : lines) VtmlAddLine(l);
+    return VtmlPrint();
+}
+
 // An invoice-like document of two pages: a Mincho heading and Gothic rows of names and money.
 bool drawInvoice()
 {
-    static std::unique_ptr<ReportRows> rows;
-    rows = listRows({"Namae", "Gaku"}, {{"山田商店", moneyVariant(Money::fromYen(120000))},
-                                        {"株式会社ベルモラ", moneyVariant(Money::fromYen(3500))},
-                                        {"丸三食品", moneyVariant(Money::fromYen(98765))}});
-    VtmlClear();
+    auto rows = listRows({"Namae", "Gaku"}, {{"山田商店", moneyVariant(Money::fromYen(120000))},
+                                             {"株式会社ベルモラ", moneyVariant(Money::fromYen(3500))},
+                                             {"丸三食品", moneyVariant(Money::fromYen(98765))}});
     VtmlField name = makeField("得意先名", "Namae", "S", "30");
     name.FontName = QStringLiteral("ＭＳ ゴシック");
-    VtmlAddField(name);
-    VtmlAddField(makeField("金額", "Gaku", "N", "#,###,##0", 0, 1));
-    PbSetRows(rows.get());
-    for (const char* l : {"<AREA>15600,8880", "<FONT>ＭＳ 明朝", "<SIZE>16", "<CENTER>", "<FREE>0,300,御請求書",
-                          "<LEFT>", "<SIZE>11", "<LOCATE>0,1200", "<DTPOS>", "<ZOUBUN>300", "<DTCNT>2"})
-        VtmlAddLine(QString::fromUtf8(l));
-    return VtmlPrint();
+    return drawDocument(rows.get(), {name, makeField("金額", "Gaku", "N", "#,###,##0", 0, 1)},
+                        {"<AREA>15600,8880", "<FONT>ＭＳ 明朝", "<SIZE>16", "<CENTER>", "<FREE>0,300,御請求書", "<LEFT>",
+                         "<SIZE>11", "<LOCATE>0,1200", "<DTPOS>", "<ZOUBUN>300", "<DTCNT>2"});
 }
 
 TEST(Pdf, JapaneseTextIsRealTextInTheIpaexFontsOnPagesOfTheDocumentsSize)
@@ -191,14 +195,9 @@ struct StoreRows : ReportRows {
 bool drawList(const QString& title, int rows, bool breaks)
 {
     StoreRows data(rows, breaks);
-    VtmlClear();
-    VtmlAddField(makeField("名称", "Namae", "S", "20"));
-    PbSetRows(&data);
-    for (const QString& l : {QStringLiteral("<AREA>11906,16838"), QStringLiteral("<FREE>600,300,") + title,
-                             QStringLiteral("<LOCATE>600,1000"), QStringLiteral("<DTPOS>"), QStringLiteral("<ZOUBUN>300"),
-                             QStringLiteral("<DTCNT>2")})
-        VtmlAddLine(l);
-    return VtmlPrint();
+    return drawDocument(&data, {makeField("名称", "Namae", "S", "20")},
+                        {"<AREA>11906,16838", "<FREE>600,300," + title, "<LOCATE>600,1000", "<DTPOS>", "<ZOUBUN>300",
+                         "<DTCNT>2"});
 }
 
 // The pages of a document that stops half way never come out: not in a file of a run that
