@@ -20,6 +20,9 @@
 #include "slips/Slip_frm.h"
 #include "slips/SlipSelect_frm.h"
 #include "slips/SlipList_frm.h"
+#include "slips/Cashier_frm.h"
+#include "slips/CasherList_frm.h"
+#include "slips/SlipDno_frm.h"
 
 // Each screen adds one line here: registerScreen("Name_frm", [] { return new Name_frm; });
 void registerAllScreens()
@@ -49,4 +52,8 @@ void registerAllScreens()
     registerScreen("Slip_frm", [] { return new Slip_frm; });
     registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
     Slip_frm::setSlipListPicker(&SlipList_frm::pick);
+    registerScreen("Cashier_frm", [] { return new Cashier_frm; });
+    Cashier_frm::setCashListPicker(&CasherList_frm::pick);
+    registerScreen("SlipDno_frm", [] { return new SlipDno_frm; });
+    registerOpeningCheck("SlipDno_frm", &SlipDno_frm::mayOpen);
 }
