@@ -105,7 +105,9 @@ QWidget* Slip_frm::buildHead()
     g->addWidget(cbox_[ClassList], 1, 1);
     g->addWidget(caption(ed_.partnerCaption()), 1, 2);
     g->addWidget(cbox_[PartnerList], 1, 3);
+    // Captions keep clear of their boxes.
     auto* simeBox = new QHBoxLayout;
+    simeBox->setSpacing(6);
     sime_ = framed(w, Qt::AlignCenter);
     sime_->setMinimumWidth(half * 4);
     zei_ = framed(w, Qt::AlignCenter);
@@ -123,6 +125,7 @@ QWidget* Slip_frm::buildHead()
     g->addWidget(cbox_[NouList], 2, 1);
     g->addWidget(caption(QStringLiteral("取引")), 2, 2);
     auto* deal = new QHBoxLayout;
+    deal->setSpacing(6);
     deal->addWidget(cbox_[KubunList]);
     deal->addSpacing(10);
     deal->addWidget(caption(QStringLiteral("担当者")));

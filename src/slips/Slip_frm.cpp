@@ -220,7 +220,7 @@ void Slip_frm::numberEnter(int& keyCode)
 
 void Slip_frm::listLeft(int index)
 {
-    if (pulling_) return;
+    if (pulling_ || leaving_) return;
     // The grid may hold text typed without Enter; it is read back before anything redraws it.
     pushHead();
     pushRows();
@@ -256,13 +256,20 @@ void Slip_frm::officeChange()
     office_->setText(session().EigNamae.trimmed());
     bu_.Action(QStringLiteral("CLEAR"));
     clearLines();
+    focusNumber();
+}
+
+void Slip_frm::focusNumber()
+{
     bu_.focusItem(0);
+    // The counter offered is replaced by the first digit typed.
+    ebox_[DnoBox]->selectAll();
 }
 
 void Slip_frm::focusFor(SlipFocus f)
 {
     switch (f) {
-    case SlipFocus::Number: bu_.focusItem(0); break;
+    case SlipFocus::Number: focusNumber(); break;
     case SlipFocus::Year: bu_.focusItem(1); break;
     case SlipFocus::Partner: bu_.focusItem(5); break;
     case SlipFocus::Nou: bu_.focusItem(6); break;
@@ -295,7 +302,7 @@ bool Slip_frm::saveSlip(bool print)
     clearDisplay();
     clearLines();
     bu_.State = QStringLiteral("VIEW");
-    bu_.focusItem(0);
+    focusNumber();
     return true;
 }
 
@@ -317,7 +324,7 @@ void Slip_frm::deleteShownSlip()
     if (!done) return;
     bu_.Action(QStringLiteral("CLEAR"));
     clearLines();
-    bu_.focusItem(0);
+    focusNumber();
 }
 
 void Slip_frm::deleteByButton()
@@ -334,18 +341,28 @@ void Slip_frm::lookupInList(int index)
     pushHead();
     if (index == ClassList) {
         const QString code = runLookup(ed_.classLookup());
-        if (!code.isEmpty()) FindListCode(cbox_[ClassList], code.toInt());
-        return;
+        if (code.isEmpty()) return;
+        FindListCode(cbox_[ClassList], code.toInt());
+    } else {
+        const bool hadClass = ed_.head.ClassCode.has_value();
+        const QString code = runLookup(ed_.partnerLookup());
+        if (code.isEmpty()) return;
+        if (!hadClass) {
+            ed_.head.Partner.reset();
+            ed_.classLeft();
+            pullLists();
+        }
+        FindListCode(cbox_[PartnerList], code.toInt());
     }
-    const bool hadClass = ed_.head.ClassCode.has_value();
-    const QString code = runLookup(ed_.partnerLookup());
-    if (code.isEmpty()) return;
-    if (!hadClass) {
-        ed_.head.Partner.reset();
-        ed_.classLeft();
-        pullLists();
-    }
-    FindListCode(cbox_[PartnerList], code.toInt());
+    // A pick acts as Enter on the list. Leaving it is done here: after the lookup window the
+    // focus may move on without the list ever being told.
+    bu_.Typed.clear();
+    listLeft(index);
+    if (focusWidget() != cbox_[index]) return;   // a refused date took the focus
+    leaving_ = true;
+    int key = vbKeyReturn;
+    bu_.cboxKeyDown(index, key, 0);
+    leaving_ = false;
 }
 
 void Slip_frm::pickSlipFromList()
@@ -370,7 +387,7 @@ void Slip_frm::doFunctionKey(int keyCode)
         bu_.Action(QStringLiteral("CLEAR"));
         clearDisplay();
         clearLines();
-        bu_.focusItem(0);
+        focusNumber();
         break;
     case vbKeyF2: deleteByKey(); break;
     case vbKeyF3: if (row >= 0) lineDelete(row); break;
@@ -500,7 +517,7 @@ void Slip_frm::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     if (shownOnce_) return;
     shownOnce_ = true;
-    bu_.focusItem(0);
+    focusNumber();
 }
 
 void Slip_frm::closeEvent(QCloseEvent* event)

@@ -97,6 +97,7 @@ private:
     void numberEnter(int& keyCode);
     void listLeft(int index);
     void officeChange();
+    void focusNumber();
     void focusFor(SlipFocus f);
     bool saveSlip(bool print);
     void deleteByKey();
@@ -142,5 +143,6 @@ private:
     QList<ListEntry> shown_[5];
     int lastRow_ = 0;
     bool pulling_ = false;
+    bool leaving_ = false;     // a list is being left by a pick; its focus-out adds nothing
     bool shownOnce_ = false;
 };
