@@ -36,8 +36,6 @@ Step run(const QSqlDatabase& db, const QString& sql, const QVariantList& binds)
     return cls == ErrorClass::None ? Step{} : failed(cls, e);
 }
 
-short firstMonth() { return session().sTuki >= 1 && session().sTuki <= 12 ? session().sTuki : 4; }
-
 // One posting of money to the customer's (destination's) or the supplier's ledger.
 Step post(bool deposit, qint64 partner, qint64 nou, const LedgerAmounts& a, const QString& month, short office,
           short seiFlag)
@@ -206,7 +204,7 @@ bool saveCarryOver(CashSlipEditor& ed, const QString& typed)
     const Money value = CashSlipEditor::amountOf(typed);
     const short office = session().EigCode;
     const short seiFlag = nou != 0 ? 2 : 0;
-    const QString first = QString::number(firstMonth());
+    const QString first = QString::number(CashSlipEditor::firstMonth());
     const QSqlDatabase db = session().MasterDb;
     const bool stored = inUnit([&]() -> Step {
         // The first posting makes the head and its months; the second carries the new opening

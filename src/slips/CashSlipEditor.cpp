@@ -6,32 +6,15 @@
 #include "ledgers/Daichou.h"
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
+#include "slips/SlipCodes.h"
 #include "slips/SlipNumbering.h"
 #include "store/Sql.h"
 
 namespace {
 QSqlDatabase db() { return session().MasterDb; }
-
-std::optional<qint64> codeOf(const QVariant& v)
-{
-    if (v.isNull()) return std::nullopt;
-    return v.toLongLong();
-}
-
-std::optional<int> classFilter(const std::optional<qint64>& c)
-{
-    return c ? std::optional<int>(int(*c)) : std::nullopt;
-}
-
-bool containsCode(const QList<ListEntry>& entries, qint64 code)
-{
-    for (const ListEntry& e : entries)
-        if (e.code == code) return true;
-    return false;
-}
-
-short firstMonth() { return session().sTuki >= 1 && session().sTuki <= 12 ? session().sTuki : 4; }
 }  // namespace
+
+short CashSlipEditor::firstMonth() { return session().sTuki >= 1 && session().sTuki <= 12 ? session().sTuki : 4; }
 
 Money CashSlipEditor::amountOf(const QString& text)
 {

@@ -121,6 +121,8 @@ public:
     // False with "行がいっぱいです。" when the last row is in use: nothing is pushed off.
     bool insertCashRow(int row);
     static QString formatGaku(const QString& text);
+    // The first month of the fiscal year, where the panel and a carried balance start.
+    static short firstMonth();
     // Amounts are whole yen: what the field shows is what is written.
     static Money amountOf(const QString& text);
     // The rows that are written: from the top up to the first with no kind or no amount.

@@ -6,77 +6,30 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 
 #include "entry/Convert.h"
-#include "entry/Help_frm.h"
 #include "entry/KeyCodes.h"
 #include "entry/QtChoiceLists.h"
 #include "entry/QtFormBuilder.h"
 #include "entry/QtKeys.h"
 #include "entry/QtListFields.h"
-#include "shell/QtMenuRun.h"
 #include "shell/QtScreens.h"
 #include "shell/Session.h"
-#include "shell/main_menu_frm.h"
 #include "slips/CashRegister.h"
+#include "slips/QtSlipScreens.h"
+
+using namespace SlipScreens;
 
 namespace {
-Cashier_frm::Lookup& lookupHook()
-{
-    static Cashier_frm::Lookup f;
-    return f;
-}
-Cashier_frm::PlainQuestion& plainQuestionHook()
-{
-    static Cashier_frm::PlainQuestion f;
-    return f;
-}
 Cashier_frm::CashListPicker& cashListHook()
 {
     static Cashier_frm::CashListPicker f;
     return f;
 }
 
-std::optional<qint64> listCode(const QComboBox* list)
-{
-    const std::optional<int> c = ListCode(list);
-    return c ? std::optional<qint64>(*c) : std::nullopt;
-}
-
-void selectCode(QComboBox* list, const std::optional<qint64>& code)
-{
-    if (code) FindListCode(list, int(*code));
-    else list->setCurrentIndex(-1);
-}
-
-void setTextIfChanged(QLineEdit* box, const QString& text)
-{
-    if (box->text() != text) box->setText(text);
-}
-
 bool isCashKind(const QString& kind) { return kind == QLatin1String("Dny") || kind == QLatin1String("Dsh"); }
 }  // namespace
 
-QString Cashier_frm::runLookup(const SlipLookup& l)
-{
-    if (lookupHook()) return lookupHook()(l);
-    Help_frm* h = HelpForm();
-    h->Init(l.table, l.filter1, l.filter2);
-    h->exec();
-    return h->Hit() ? h->HitCode() : QString();
-}
-
-bool Cashier_frm::askPlain(const QString& title, const QString& text, bool okCancel)
-{
-    if (plainQuestionHook()) return plainQuestionHook()(title, text);
-    const auto yes = okCancel ? QMessageBox::Ok : QMessageBox::Yes;
-    const auto no = okCancel ? QMessageBox::Cancel : QMessageBox::No;
-    return QMessageBox::question(QApplication::activeWindow(), title, text, yes | no) == yes;
-}
-
-void Cashier_frm::setLookup(Lookup f) { lookupHook() = std::move(f); }
-void Cashier_frm::setPlainQuestion(PlainQuestion f) { plainQuestionHook() = std::move(f); }
 void Cashier_frm::setCashListPicker(CashListPicker f) { cashListHook() = std::move(f); }
 
 Cashier_frm::Cashier_frm(QWidget* parent) : QWidget(parent), ed_(session().MenuKey)
@@ -327,22 +280,15 @@ void Cashier_frm::deleteSlip()
 void Cashier_frm::lookupInList(int index)
 {
     pushHead();
-    if (index == ClassList) {
-        const QString code = runLookup(ed_.classLookup());
-        if (code.isEmpty()) return;
-        FindListCode(cbox_[ClassList], code.toInt());
-    } else {
-        const bool hadClass = ed_.head.ClassCode.has_value();
-        const QString code = runLookup(ed_.partnerLookup());
-        if (code.isEmpty()) return;
-        if (!hadClass) {
-            // The whole list first, so that the picked partner is in it.
-            ed_.head.Partner.reset();
-            ed_.classLeft();
-            pullLists();
-        }
-        FindListCode(cbox_[PartnerList], code.toInt());
-    }
+    const bool partner = index == PartnerList, hadClass = ed_.head.ClassCode.has_value();
+    const bool picked = pickIntoList(cbox_[index], partner ? ed_.partnerLookup() : ed_.classLookup(), [&] {
+        // The whole list first, so that the picked partner is in it.
+        if (!partner || hadClass) return;
+        ed_.head.Partner.reset();
+        ed_.classLeft();
+        pullLists();
+    });
+    if (!picked) return;
     // A pick acts as Enter on the list.
     bu_.Typed.clear();
     listForward(index, vbKeyReturn, 0);
@@ -525,14 +471,5 @@ void Cashier_frm::showEvent(QShowEvent* event)
 void Cashier_frm::closeEvent(QCloseEvent* event)
 {
     QWidget::closeEvent(event);
-    if (ProgramEnding()) return;
-    // Back to where the screen was opened from.
-    QWidget* back = nullptr;
-    if (session().SlipCaller == QLatin1String("LstDaichou")) back = ::screen(QStringLiteral("ListDaichou_frm"));
-    else back = main_menu_frm::instance();
-    if (back && back != this) {
-        back->show();
-        back->raise();
-        back->activateWindow();
-    }
+    showCaller(this);
 }

@@ -69,12 +69,7 @@ public:
     QLabel* nouCaption() const { return nouCaption_; }
     QPushButton* command(Command c) const { return commands_[c]; }
 
-    // A lookup list call answering the picked code, or "" (the lookup window by default).
-    using Lookup = std::function<QString(const SlipLookup&)>;
-    static void setLookup(Lookup f);
-    // A plain message box: title, text; true for OK or Yes (a message box by default).
-    using PlainQuestion = std::function<bool(const QString& title, const QString& text)>;
-    static void setPlainQuestion(PlainQuestion f);
+    // Lookups and plain message boxes go through SlipScreens (QtSlipScreens.h).
     // The list of a partner's deposit or payment slips; answers a number as text or "".
     using CashListPicker = std::function<QString(const QString& kind, qint64 partner)>;
     static void setCashListPicker(CashListPicker f);
@@ -116,8 +111,6 @@ private:
     void lookupInList(int index);
     void pickCashSlipFromList();
     void carryOverEnter();
-    static QString runLookup(const SlipLookup& l);
-    static bool askPlain(const QString& title, const QString& text, bool okCancel);
 
     // The grid (QtCashierGrid.cpp).
     bool gridKey(GridField f, int row, int keyCode);

@@ -6,6 +6,7 @@
 #include "entry/Convert.h"
 #include "entry/KeyCodes.h"
 #include "slips/Cashier_frm.h"
+#include "slips/QtSlipScreens.h"
 
 namespace {
 QLineEdit* edit(QWidget* w) { return qobject_cast<QLineEdit*>(w); }
@@ -109,7 +110,7 @@ bool Cashier_frm::gridKey(GridField f, int row, int key)
             gridLeft(dGaku, row);
             if (row < CashSlipEditor::RowCount - 1) focusCell(dKubun, row + 1);
             // The last row asks before it saves; on no the amount keeps the focus.
-            else if (askPlain(QStringLiteral("確認"), QStringLiteral("登録します。\nよろしいですか？"), false))
+            else if (SlipScreens::askPlain(QStringLiteral("確認"), QStringLiteral("登録します。\nよろしいですか？"), false))
                 doFunctionKey(vbKeyF10);
         } else if (up) {
             focusCell(dNaiyou, row);

@@ -12,18 +12,11 @@
 #include "entry/QtFormBuilder.h"
 #include "shell/Session.h"
 #include "slips/Cashier_frm.h"
+#include "slips/QtSlipScreens.h"
+
+using SlipScreens::framed;
 
 namespace {
-QLabel* framed(QWidget* parent, Qt::Alignment align = Qt::AlignLeft | Qt::AlignVCenter)
-{
-    auto* l = new QLabel(parent);
-    l->setFrameShape(QFrame::Panel);
-    l->setFrameShadow(QFrame::Sunken);
-    l->setAlignment(align);
-    l->setTextFormat(Qt::PlainText);
-    return l;
-}
-
 QLabel* heading(const QString& text, QWidget* parent)
 {
     auto* h = new QLabel(text, parent);
@@ -97,19 +90,7 @@ QWidget* Cashier_frm::buildHead()
     }
     auto caption = [&](const QString& t) { return new QLabel(t, w); };
     auto* date = new QHBoxLayout;
-    date->setSpacing(6);
-    // With era years the year box holds the Heisei year, so the era is named before it.
-    if (session().Hiz == 1) date->addWidget(caption(QStringLiteral("平成")));
-    date->addWidget(ebox_[YearBox]);
-    date->addWidget(caption(QStringLiteral("年")));
-    date->addWidget(ebox_[MonthBox]);
-    date->addWidget(caption(QStringLiteral("月")));
-    date->addWidget(ebox_[DayBox]);
-    date->addWidget(caption(QStringLiteral("日")));
-    weekday_ = framed(w, Qt::AlignCenter);
-    weekday_->setMinimumWidth(half * 6);
-    date->addWidget(weekday_);
-    date->addStretch(1);
+    weekday_ = SlipScreens::addDateRow(date, w, ebox_[YearBox], ebox_[MonthBox], ebox_[DayBox]);
 
     dateCaption_ = caption(QString());
     classCaption_ = caption(QString());

@@ -4,11 +4,14 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTest>
 #include "entry/FormDriver.h"
 #include "shell/QtScreens.h"
 #include "slips/CashFixture.h"
+#include "slips/CasherList_frm.h"
 #include "slips/Cashier_frm.h"
+#include "slips/QtSlipScreens.h"
 #include "slips/SlipNumbering.h"
 
 namespace {
@@ -32,8 +35,8 @@ protected:
         CashTest::SetUp();
         session().EigNamae = "本社";
         session().SlipCaller = "Menu";
-        Cashier_frm::setLookup([](const SlipLookup&) { return QString(); });
-        Cashier_frm::setPlainQuestion([this](const QString& title, const QString& t) {
+        SlipScreens::setLookup([](const SlipLookup&) { return QString(); });
+        SlipScreens::setPlainQuestion([this](const QString& title, const QString& t) {
             plain << title + "|" + t;
             return plainAnswers.isEmpty() ? true : plainAnswers.takeFirst();
         });
@@ -42,8 +45,8 @@ protected:
     {
         if (form) form->close();
         flushDeletes();
-        Cashier_frm::setLookup({});
-        Cashier_frm::setPlainQuestion({});
+        SlipScreens::setLookup({});
+        SlipScreens::setPlainQuestion({});
         Cashier_frm::setCashListPicker({});
     }
     void open(const char* kind = "Dny")
@@ -246,7 +249,7 @@ TEST_F(CashierFormTest, F6PicksClassPartnerThenTheSlip)
 {
     ASSERT_TRUE(deposit(2, "2026/5/15", {3000}).saved);
     QStringList asked;
-    Cashier_frm::setLookup([&](const SlipLookup& l) {
+    SlipScreens::setLookup([&](const SlipLookup& l) {
         asked << l.table + ":" + l.filter1;
         return l.table == "Tbn" ? QString("1") : QString("2");
     });
@@ -356,4 +359,19 @@ TEST_F(CashierFormTest, OpenedOnASlipFromALedgerListAndBack)
     QWidget* list = screen("ListDaichou_frm");
     EXPECT_TRUE(list->isVisible());
     delete list;
+}
+
+TEST_F(CashierFormTest, ThePickListWindowShowsNumberAndDate)
+{
+    ASSERT_TRUE(deposit(2, "2026/5/15", {100}).saved);
+    ASSERT_TRUE(deposit(2, "2026/6/2", {200}).saved);
+    for (auto [key, answer] : {std::pair{Qt::Key_Return, "2"}, std::pair{Qt::Key_Down, "1"}, std::pair{Qt::Key_Escape, ""}}) {
+        CasherList_frm f;
+        f.Init("Dny", 2);
+        ASSERT_EQ(f.grid()->columnCount(), 2);
+        EXPECT_EQ(f.grid()->item(0, 1)->text(), "2026 年 6 月 2 日 火曜");
+        QTest::keyClick(f.grid(), key);
+        if (key == Qt::Key_Down) QTest::keyClick(f.grid(), Qt::Key_Return);
+        EXPECT_EQ(f.answer(), answer);
+    }
 }
