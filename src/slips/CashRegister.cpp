@@ -23,12 +23,6 @@ struct Step {
 
 Step failed(ErrorClass cls, const QSqlError& e) { return {cls, StoreErrorText(e)}; }
 
-Step lockedStep()
-{
-    return failed(ErrorClass::Busy, QSqlError(QStringLiteral("database is locked"), QString(),
-                                              QSqlError::StatementError, QStringLiteral("5")));
-}
-
 Step run(const QSqlDatabase& db, const QString& sql, const QVariantList& binds)
 {
     QSqlError e;
@@ -115,12 +109,13 @@ Step writeUnderFreeNumber(const QSqlDatabase& db, const CashSlipEditor& ed, cons
 {
     Step last;
     for (int attempt = 0; attempt < kMaxNumberAttempts; ++attempt) {
-        run(db, QStringLiteral("SAVEPOINT cash_rows"), {});
+        // The rows of one number: a duplicate takes back only these, not the reversal before.
+        UnitOfWork rows(db);
+        if (!rows.active()) return failed(rows.errorClass(), rows.error());
         last = probeNumber(db, ed.kind(), number, office);
         if (last.ok()) last = writeRows(db, ed, number, date, office);
-        if (last.ok()) return run(db, QStringLiteral("RELEASE cash_rows"), {});
-        run(db, QStringLiteral("ROLLBACK TO cash_rows"), {});
-        run(db, QStringLiteral("RELEASE cash_rows"), {});
+        if (last.ok()) return rows.commit() ? Step{} : failed(rows.errorClass(), rows.error());
+        rows.rollback();
         if (last.cls != ErrorClass::Duplicate) return last;
         changed = true;
         number = nextFreeDno(ed.kind(), office);
@@ -135,9 +130,9 @@ bool inUnit(Body body)
     Step s;
     {
         UnitOfWork unit(session().MasterDb);
-        if (!unit.active()) s = lockedStep();
+        if (!unit.active()) s = failed(unit.errorClass(), unit.error());
         else s = body();
-        if (s.ok() && !unit.commit()) s = lockedStep();
+        if (s.ok() && !unit.commit()) s = failed(unit.errorClass(), unit.error());
         if (!s.ok()) unit.rollback();
     }
     if (!s.ok()) Tell(s.text);
@@ -174,7 +169,9 @@ CashSaveResult Register(CashSlipEditor& ed, const QString& mode)
                  ed.Getudo, office, seiFlag);
         if (!w.ok()) return w;
         // Typing a number far ahead moves the counter on; an old free number leaves it alone.
-        if (!edit && !RaiseNextDno(ed.kind(), office, number + 1)) return lockedStep();
+        QSqlError raiseError;
+        if (!edit && !RaiseNextDno(ed.kind(), office, number + 1, &raiseError))
+            return failed(classifyError(raiseError), raiseError);
         return {};
     });
     if (!saved) return out;

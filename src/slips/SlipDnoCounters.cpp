@@ -34,15 +34,14 @@ bool writeSlipCounters(const SlipCounters& c)
     {
         UnitOfWork unit(db);
         if (!unit.active()) {
-            told = StoreErrorText(QSqlError(QStringLiteral("database is locked"), QString(), QSqlError::StatementError,
-                                            QStringLiteral("5")));
+            told = StoreErrorText(unit.error());
         } else if (!scalar(db, QStringLiteral("SELECT Code FROM Eig WHERE Code=?"), {kOffice}).isValid()) {
             told = QStringLiteral("Eigマスターのエラーです。");
         } else {
             Query q(db, QStringLiteral("UPDATE Eig SET DsrNo=?, DurNo=?, DshNo=?, DnyNo=?, SeikyuNo=? WHERE Code=?"),
                     {c[0].value, c[1].value, c[2].value, c[3].value, c[4].value, kOffice});
             if (!q.ok()) told = StoreErrorText(q.error());
-            else if (!unit.commit()) told = StoreErrorText(db.lastError());
+            else if (!unit.commit()) told = StoreErrorText(unit.error());
         }
         if (!told.isEmpty()) unit.rollback();
     }
