@@ -245,6 +245,13 @@ void Cashier_frm::saveSlip()
         bu_.focusItem(1);
         return;
     }
+    // An amendment saves under the number it was opened with: another number typed over it
+    // without Enter would take that slip's rows off instead.
+    if (ed_.mode == QLatin1String("EDIT") && ed_.number() != ed_.loadedDno) {
+        QApplication::beep();
+        focusNumber();
+        return;
+    }
     const QString mode = ed_.mode.isEmpty() ? QStringLiteral("NEW") : ed_.mode;
     // A new slip without a single row to write is not saved; the first row wants its kind.
     if (mode == QLatin1String("NEW") && ed_.rowsToWrite() == 0) {

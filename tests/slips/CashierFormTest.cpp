@@ -147,6 +147,14 @@ TEST_F(CashierFormTest, AmendingOnTheScreenReplacesTheRowsAndTheLedger)
     EXPECT_EQ(slipOne("SELECT count(*) FROM Dny WHERE Dno=2").toInt(), 1);
     EXPECT_EQ(slipOne("SELECT NGaku FROM Dny WHERE Dno=2").toLongLong(), yen(7000));
     EXPECT_TRUE(dlg.of("Tell").isEmpty());
+
+    // Another number typed over an amended one without Enter saves nothing, under neither.
+    enter("2");
+    form->box(Cashier_frm::DnoBox)->setText("1");
+    press(Qt::Key_F10);
+    EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
+    EXPECT_EQ(slipOne("SELECT group_concat(Dno || ':' || NGaku / 10000) FROM Dny").toString(), "1:500,2:7000");
+    EXPECT_EQ(tto(2, 0, 5, "Genkin"), 7500);
 }
 
 TEST_F(CashierFormTest, TheLastRowAsksBeforeSaving)
