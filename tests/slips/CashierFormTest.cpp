@@ -153,7 +153,7 @@ TEST_F(CashierFormTest, AmendingOnTheScreenReplacesTheRowsAndTheLedger)
     form->box(Cashier_frm::DnoBox)->setText("1");
     press(Qt::Key_F10);
     EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
-    EXPECT_EQ(slipOne("SELECT group_concat(Dno || ':' || NGaku / 10000) FROM Dny").toString(), "1:500,2:7000");
+    EXPECT_EQ(slipOne("SELECT group_concat(Dno || ':' || (NGaku / 10000)) FROM Dny").toString(), "1:500,2:7000");
     EXPECT_EQ(tto(2, 0, 5, "Genkin"), 7500);
 }
 
