@@ -16,7 +16,7 @@ int usage()
         "  velmora                      現在のフォルダの会社で起動します\n"
         "  velmora new DIR [--year YYYY] [--start-month M] [--company NAME]\n"
         "                               新しい会社を作成します\n"
-        "  velmora demo DIR [--slips N] [--seed S]\n"
+        "  velmora demo DIR [--slips N] [--seed S] [--customers N]\n"
         "                               見本の会社を作成します\n")
         + ledgerCommandsUsage());
     return 2;

@@ -52,6 +52,7 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
     timer.start();
     auto fail = [&](const QString& m) { if (error) *error = m; return false; };
     if (options.slips < 0) return fail(QStringLiteral("伝票数が正しくありません。"));
+    if (options.customers < 12 || options.customers > 100000) return fail(QStringLiteral("得意先数が正しくありません。"));
     const short startMonth = 4;
     const int year = options.year ? options.year : fiscalYearOf(QDate::currentDate(), startMonth);
     const QString root = QDir(dir).absolutePath();
@@ -68,7 +69,7 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
     const QString master = root + QStringLiteral("/MASTER.db");
     const QString slip = yearDir + QStringLiteral("/SLIP.db");
     DemoRandom rnd(options.seed);
-    const DemoMasterData data = buildDemoMasters(rnd, year, startMonth);
+    const DemoMasterData data = buildDemoMasters(rnd, year, startMonth, options.customers);
     DemoSlipCounts counts;
     DemoCounters counters;
     QString err;

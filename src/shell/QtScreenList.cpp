@@ -23,6 +23,7 @@
 #include "slips/Cashier_frm.h"
 #include "slips/CasherList_frm.h"
 #include "slips/SlipDno_frm.h"
+#include "reports/Seikyu_frm.h"
 
 // Each screen adds one line here: registerScreen("Name_frm", [] { return new Name_frm; });
 void registerAllScreens()
@@ -51,6 +52,7 @@ void registerAllScreens()
     registerScreen("myHistory_frm", [] { return new myHistory_frm; });
     registerScreen("Slip_frm", [] { return new Slip_frm; });
     registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
+    registerScreen("Seikyu_frm", [] { return new Seikyu_frm; });
     Slip_frm::setSlipListPicker(&SlipList_frm::pick);
     registerScreen("Cashier_frm", [] { return new Cashier_frm; });
     Cashier_frm::setCashListPicker(&CasherList_frm::pick);
