@@ -58,7 +58,6 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
     const QString root = QDir(dir).absolutePath();
     const QString yearDir = root + QLatin1Char('/') + QString::number(year);
     const bool rootExisted = QFileInfo::exists(root);
-    const bool yearDirExisted = QFileInfo::exists(yearDir);
 
     NewCompanyOptions n;
     n.year = year;
@@ -66,7 +65,7 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
     n.company = demoCompanyName();
     if (!createCompany(dir, n, error)) return false;
 
-    const QString master = root + QStringLiteral("/MASTER.db");
+    const QString master = newCompanyMasterPath(root);
     const QString slip = yearDir + QStringLiteral("/SLIP.db");
     DemoRandom rnd(options.seed);
     const DemoMasterData data = buildDemoMasters(rnd, year, startMonth, options.customers);
@@ -78,11 +77,7 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
         fillFile(slip, [&](QSqlDatabase& db) { return writeDemoSlips(db, data, options.slips, rnd, counts, counters, &err); }, &err)
         && fillFile(master, [&](QSqlDatabase& db) { return writeDemoMasters(db, data, counters, &err); }, &err);
     if (!ok) {
-        for (const QString& f : {master, slip}) {
-            QFile::remove(f);
-            QFile::remove(f + QStringLiteral("-journal"));
-        }
-        if (!yearDirExisted) QDir().rmdir(yearDir);
+        removeNewCompany(root, year);
         if (!rootExisted) QDir().rmdir(root);
         return fail(QStringLiteral("見本の会社を作成できませんでした。") + err);
     }

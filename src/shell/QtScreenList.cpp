@@ -2,6 +2,8 @@
 #include "entry/Help_frm.h"
 #include "ledgers/AfterWork_frm.h"
 #include "ledgers/TipsMenu_frm.h"
+#include "ledgers/NenjiKosin_frm.h"
+#include "store/Backup_frm.h"
 #include "masters/ms_frm.h"
 #include "masters/Tan_frm.h"
 #include "masters/Deal_frm.h"
@@ -49,6 +51,8 @@ void registerAllScreens()
     registerScreen("SysFunc_frm", [] { return new SysFunc_frm; });
     registerScreen("Opt_frm", [] { return new Opt_frm; });
     registerScreen("Nendo_frm", [] { return new Nendo_frm; });
+    registerScreen("NenjiKosin_frm", [] { return new NenjiKosin_frm; });
+    registerScreen("Backup_frm", [] { return new Backup_frm; });
     registerScreen("myHistory_frm", [] { return new myHistory_frm; });
     registerScreen("Slip_frm", [] { return new Slip_frm; });
     registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
