@@ -20,6 +20,9 @@
 #include "slips/Slip_frm.h"
 #include "slips/SlipSelect_frm.h"
 #include "slips/SlipList_frm.h"
+#include "reports/RepoNippou_frm.h"
+#include "reports/RepoGeppou_frm.h"
+#include "reports/Chouha_frm.h"
 
 // Each screen adds one line here: registerScreen("Name_frm", [] { return new Name_frm; });
 void registerAllScreens()
@@ -49,4 +52,7 @@ void registerAllScreens()
     registerScreen("Slip_frm", [] { return new Slip_frm; });
     registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
     Slip_frm::setSlipListPicker(&SlipList_frm::pick);
+    registerScreen("RepoNippou_frm", [] { return new RepoNippou_frm; });
+    registerScreen("RepoGeppou_frm", [] { return new RepoGeppou_frm; });
+    registerScreen("Chouha_frm", [] { return new Chouha_frm; });
 }

@@ -1,0 +1,78 @@
+#include "reports/Chouha_frm.h"
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include "reports/Chouha.h"
+#include "shell/Dialogs.h"
+#include "shell/Session.h"
+
+namespace {
+enum Box { eStartYear, eStartMonth, eStartDay, eEndYear, eEndMonth, eEndDay };
+constexpr int kRowHeight = 240;
+}
+
+Chouha_frm::Chouha_frm() : SummaryForm(Chouha(session().MenuKey).title()), report_(std::make_unique<Chouha>(session().MenuKey))
+{
+    setObjectName(QStringLiteral("Chouha_frm"));
+    setWindowTitle(QStringLiteral("帳端"));
+    QHBoxLayout* start = newRow();
+    addDateBoxes(start, {QStringLiteral("年"), QStringLiteral("月"), QStringLiteral("日より")}, &weekdays_);
+    start->addStretch(1);
+    QHBoxLayout* end = newRow();
+    addDateBoxes(end, {QStringLiteral("年"), QStringLiteral("月"), QStringLiteral("日まで")}, &weekdaye_);
+    end->addStretch(1);
+    QHBoxLayout* order = newRow();
+    cbox_ = addList(order, report_->orderTexts());
+    order->addStretch(1);
+    finish(QStringLiteral("最新の情報に更新する"), {QStringLiteral("ESC:戻る F-1:画面ｸﾘｱ F-9:印刷 F-10:エクセル")});
+    clearForm();
+}
+
+Chouha_frm::~Chouha_frm() = default;
+
+void Chouha_frm::clearForm()
+{
+    const QList<QLineEdit*> b = ebox();
+    const QDate today = QDate::currentDate();
+    setBoxesDate(b[eStartYear], b[eStartMonth], b[eStartDay], weekdays_, today);
+    setBoxesDate(b[eEndYear], b[eEndMonth], b[eEndDay], weekdaye_, today);
+    cbox_->setCurrentIndex(0);
+    showGrid(Chouha(report_->code()).grid(), kRowHeight);
+    focusField(0);
+}
+
+void Chouha_frm::runCommand()
+{
+    const QList<QLineEdit*> b = ebox();
+    const QDate from = boxesDate(b[eStartYear], b[eStartMonth], b[eStartDay]);
+    const QDate to = boxesDate(b[eEndYear], b[eEndMonth], b[eEndDay]);
+    QString error;
+    switch (report_->run(from, to, cbox_->currentIndex() + 1, &error)) {
+    case MeiTResult::Failed:
+        Tell(error);
+        break;
+    case MeiTResult::NoSlips:
+        Tell(QStringLiteral("対象の伝票がありません。"));
+        showGrid(report_->grid(), kRowHeight);
+        break;
+    case MeiTResult::Done:
+        showGrid(report_->grid(), kRowHeight);
+        break;
+    }
+}
+
+void Chouha_frm::boxLeft(QLineEdit* box)
+{
+    const QList<QLineEdit*> b = ebox();
+    if (box == b[eStartDay]) showWeekday(b[eStartYear], b[eStartMonth], b[eStartDay], weekdays_);
+    else if (box == b[eEndDay]) showWeekday(b[eEndYear], b[eEndMonth], b[eEndDay], weekdaye_);
+}
+
+void Chouha_frm::printReport()
+{
+}
+
+void Chouha_frm::exportSheet()
+{
+}

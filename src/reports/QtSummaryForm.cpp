@@ -1,0 +1,268 @@
+#include "reports/QtSummaryForm.h"
+#include <QComboBox>
+#include <QFocusEvent>
+#include <QFontMetrics>
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTableWidget>
+#include <QVBoxLayout>
+#include "entry/Dates.h"
+#include "entry/QtFormBuilder.h"
+#include "reports/SummaryGrid.h"
+#include "shell/Session.h"
+
+namespace {
+
+constexpr double kTwipsPerPixel = 15.0;
+
+QFont gridFont() { return screenFont(10); }
+
+// Twips of a column before the screen factor: its own, or measured from its picture.
+int columnTwips(const SummaryColumn& c, const QFontMetrics& fm)
+{
+    if (c.Width > 0) return c.Width;
+    const int px = c.Kind == QLatin1String("S") ? fm.horizontalAdvance(QLatin1Char(' ')) * c.Format.toInt()
+                                                 : fm.horizontalAdvance(c.Format);
+    return int(px * kTwipsPerPixel) + c.Gap;
+}
+
+} // namespace
+
+SummaryForm::SummaryForm(const QString& title)
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setFont(screenFont());
+    setWindowTitle(title);
+    body_ = new QVBoxLayout(this);
+    body_->setContentsMargins(16, 12, 16, 12);
+    body_->setSpacing(8);
+    title_ = new QLabel(title, this);
+    title_->setObjectName(QStringLiteral("Title"));
+    title_->setFont(screenFont(16));
+    body_->addWidget(title_);
+    auto* rule = new QFrame(this);
+    rule->setFrameShape(QFrame::HLine);
+    rule->setFrameShadow(QFrame::Sunken);
+    body_->addWidget(rule);
+}
+
+QHBoxLayout* SummaryForm::newRow()
+{
+    auto* row = new QHBoxLayout;
+    row->setSpacing(6);
+    body_->addLayout(row);
+    return row;
+}
+
+QLineEdit* SummaryForm::addBox(QHBoxLayout* row, int maxLength)
+{
+    auto* box = new QLineEdit(this);
+    box->setObjectName(QStringLiteral("ebox_%1").arg(ebox_.size()));
+    box->setMaxLength(maxLength);
+    box->setAlignment(Qt::AlignRight);
+    box->setFixedWidth(QFontMetrics(font()).horizontalAdvance(QLatin1Char('0')) * (maxLength + 2) + 10);
+    box->installEventFilter(this);
+    row->addWidget(box);
+    ebox_ << box;
+    order_ << box;
+    return box;
+}
+
+QLabel* SummaryForm::addLabel(QHBoxLayout* row, const QString& text, int minChars)
+{
+    auto* l = new QLabel(text, this);
+    l->setTextFormat(Qt::PlainText);
+    if (minChars > 0) l->setMinimumWidth(QFontMetrics(font()).horizontalAdvance(QLatin1Char('0')) * minChars);
+    row->addWidget(l);
+    return l;
+}
+
+void SummaryForm::addDateBoxes(QHBoxLayout* row, const QStringList& captions, QLabel** weekday)
+{
+    addBox(row, 4);
+    addLabel(row, captions.value(0));
+    addBox(row, 2);
+    addLabel(row, captions.value(1));
+    addBox(row, 2);
+    addLabel(row, captions.value(2));
+    *weekday = addLabel(row, QString(), 5);
+}
+
+QComboBox* SummaryForm::addList(QHBoxLayout* row, const QStringList& entries)
+{
+    auto* list = new QComboBox(this);
+    list->setObjectName(QStringLiteral("cbox"));
+    list->addItems(entries);
+    list->setCurrentIndex(0);
+    list->installEventFilter(this);
+    row->addWidget(list);
+    order_ << list;
+    return list;
+}
+
+void SummaryForm::finish(const QString& command, const QStringList& messageLines)
+{
+    auto* buttons = newRow();
+    command_ = new QPushButton(command, this);
+    command_->setObjectName(QStringLiteral("Command"));
+    command_->setFocusPolicy(Qt::NoFocus);
+    command_->setAutoDefault(false);
+    connect(command_, &QPushButton::clicked, this, [this] { runCommand(); });
+    buttons->addWidget(command_);
+    buttons->addStretch(1);
+
+    list_ = new QTableWidget(this);
+    list_->setObjectName(QStringLiteral("List"));
+    list_->setFont(gridFont());
+    list_->setFocusPolicy(Qt::NoFocus);
+    list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    list_->setSelectionMode(QAbstractItemView::NoSelection);
+    list_->verticalHeader()->setVisible(false);
+    list_->setMinimumSize(760, 360);
+    body_->addWidget(list_, 1);
+
+    message_ = new QLabel(messageLines.join(QLatin1Char('\n')), this);
+    message_->setObjectName(QStringLiteral("message"));
+    message_->setFrameShape(QFrame::Panel);
+    message_->setFrameShadow(QFrame::Sunken);
+    body_->addWidget(message_);
+}
+
+void SummaryForm::focusField(int index)
+{
+    if (index < 0 || index >= order_.size()) return;
+    order_[index]->setFocus();
+    if (auto* box = qobject_cast<QLineEdit*>(order_[index])) box->selectAll();
+}
+
+double SummaryForm::screenFactor()
+{
+    const double f = session().ScreenScale.toDouble();
+    return f > 0 ? f : 1.0;
+}
+
+void SummaryForm::showGrid(const SummaryGrid& grid, int rowHeight)
+{
+    const double f = screenFactor();
+    const QFontMetrics fm(gridFont());
+    list_->clear();
+    list_->setColumnCount(grid.columnCount());
+    list_->setRowCount(int(grid.rows.size()));
+    QStringList heads;
+    for (int c = 0; c < grid.columnCount(); ++c) {
+        heads << grid.columns[c].Caption;
+        list_->setColumnWidth(c, qRound(columnTwips(grid.columns[c], fm) * f / kTwipsPerPixel));
+    }
+    list_->setHorizontalHeaderLabels(heads);
+    for (int r = 0; r < grid.rows.size(); ++r) {
+        list_->setRowHeight(r, qRound(rowHeight * f / kTwipsPerPixel));
+        for (int c = 0; c < grid.columnCount(); ++c) {
+            auto* item = new QTableWidgetItem(grid.rows[r].value(c));
+            item->setTextAlignment((grid.rightAligned(c) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+            list_->setItem(r, c, item);
+        }
+    }
+}
+
+QDate SummaryForm::boxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d)
+{
+    return BoxesToDate(y->text(), m->text(), d->text());
+}
+
+void SummaryForm::setBoxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d, QLabel* weekday, const QDate& date)
+{
+    const DateBoxes b = DateToBoxes(date);
+    y->setText(b.year.trimmed());
+    m->setText(b.month.trimmed());
+    d->setText(b.day.trimmed());
+    if (weekday) weekday->setText(b.weekday);
+}
+
+void SummaryForm::showWeekday(QLineEdit* y, QLineEdit* m, QLineEdit* d, QLabel* weekday)
+{
+    weekday->setText(WeekdayText(boxesDate(y, m, d)));
+}
+
+void SummaryForm::next(int index)
+{
+    if (index + 1 < order_.size()) {
+        focusField(index + 1);
+        return;
+    }
+    // The last field: what it holds counts before the command runs.
+    if (auto* box = qobject_cast<QLineEdit*>(order_[index])) boxLeft(box);
+    runCommand();
+}
+
+bool SummaryForm::fieldKey(int index, QKeyEvent* e)
+{
+    const bool list = qobject_cast<QComboBox*>(order_[index]) != nullptr;
+    switch (e->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Down:
+        next(index);
+        return true;
+    case Qt::Key_Tab:
+        next(index);
+        return true;
+    case Qt::Key_Backtab:
+    case Qt::Key_Up:
+        focusField(index > 0 ? index - 1 : 0);
+        return true;
+    case Qt::Key_Escape:
+        close();
+        return true;
+    case Qt::Key_F1:
+        clearForm();
+        return true;
+    case Qt::Key_F6:
+        if (auto* box = qobject_cast<QLineEdit*>(order_[index]); box && lookup(box)) next(index);
+        return true;
+    case Qt::Key_F9:
+        if (auto* box = qobject_cast<QLineEdit*>(order_[index])) boxLeft(box);
+        printReport();
+        return true;
+    case Qt::Key_F10:
+        if (auto* box = qobject_cast<QLineEdit*>(order_[index])) boxLeft(box);
+        exportSheet();
+        return true;
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        // The list switches its entries; a box scrolls the grid.
+        if (list) return false;
+        list_->verticalScrollBar()->triggerAction(e->key() == Qt::Key_PageUp ? QAbstractSlider::SliderPageStepSub
+                                                                              : QAbstractSlider::SliderPageStepAdd);
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool SummaryForm::eventFilter(QObject* watched, QEvent* event)
+{
+    const int index = order_.indexOf(qobject_cast<QWidget*>(watched));
+    if (index < 0) return QWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::KeyPress) return fieldKey(index, static_cast<QKeyEvent*>(event));
+    if (event->type() == QEvent::FocusOut) {
+        // A message or the lookup taking the focus is not leaving the field.
+        const Qt::FocusReason r = static_cast<QFocusEvent*>(event)->reason();
+        if (auto* box = qobject_cast<QLineEdit*>(watched); box && r != Qt::ActiveWindowFocusReason && r != Qt::PopupFocusReason)
+            boxLeft(box);
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void SummaryForm::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    if (shown_) return;
+    shown_ = true;
+    focusField(0);
+}

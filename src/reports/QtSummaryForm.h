@@ -1,0 +1,77 @@
+#pragma once
+// The frame the summary screens share: a title, rows of fields worked from the keyboard, the
+// command button, the grid and the help line. Enter and Down go on, Up goes back, Enter on
+// the last field runs the command; F1 clears, F6 looks up, F9 prints, F10 exports, Esc closes.
+// PageUp and PageDown in a field scroll the grid, which never takes the focus itself.
+#include <QDate>
+#include <QList>
+#include <QWidget>
+
+class QComboBox;
+class QHBoxLayout;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+class QTableWidget;
+class QVBoxLayout;
+struct SummaryGrid;
+
+class SummaryForm : public QWidget {
+    Q_OBJECT
+public:
+    QLabel* Title() const { return title_; }
+    QLabel* message() const { return message_; }
+    QPushButton* Command() const { return command_; }
+    QTableWidget* List() const { return list_; }
+    QList<QLineEdit*> ebox() const { return ebox_; }
+
+protected:
+    explicit SummaryForm(const QString& title);
+
+    // Layout: a new row of fields, boxes and labels on it, then the foot.
+    QHBoxLayout* newRow();
+    QLineEdit* addBox(QHBoxLayout* row, int maxLength);
+    QLabel* addLabel(QHBoxLayout* row, const QString& text, int minChars = 0);
+    // Year, month and day boxes with their captions and the weekday after them.
+    void addDateBoxes(QHBoxLayout* row, const QStringList& captions, QLabel** weekday);
+    QComboBox* addList(QHBoxLayout* row, const QStringList& entries);
+    void finish(const QString& command, const QStringList& messageLines);
+
+    // The keyboard order; built from the boxes and the list as they were added.
+    QList<QWidget*> fields() const { return order_; }
+    void focusField(int index);
+
+    // What the form does for its keys and command.
+    virtual void runCommand() = 0;
+    virtual void clearForm() = 0;
+    virtual void printReport() = 0;
+    virtual void exportSheet() = 0;
+    // F6 in a field: true when a code was taken, which then counts as typed and entered.
+    virtual bool lookup(QLineEdit* box) { return false; }
+    // A box was left (its name or weekday is shown here).
+    virtual void boxLeft(QLineEdit* box) {}
+
+    // The grid from the cells of a report; rowHeight in twips before the screen factor.
+    void showGrid(const SummaryGrid& grid, int rowHeight = 320);
+    // Dates of three boxes, and back; the weekday label follows.
+    static QDate boxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d);
+    static void setBoxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d, QLabel* weekday, const QDate& date);
+    static void showWeekday(QLineEdit* y, QLineEdit* m, QLineEdit* d, QLabel* weekday);
+    static double screenFactor();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+
+private:
+    bool fieldKey(int index, class QKeyEvent* e);
+    void next(int index);
+
+    QVBoxLayout* body_ = nullptr;
+    QLabel* title_ = nullptr;
+    QLabel* message_ = nullptr;
+    QPushButton* command_ = nullptr;
+    QTableWidget* list_ = nullptr;
+    QList<QLineEdit*> ebox_;
+    QList<QWidget*> order_;
+    bool shown_ = false;
+};

@@ -1,0 +1,108 @@
+#include "reports/RepoNippou_frm.h"
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableWidget>
+#include "entry/QtBureaucrat.h"
+#include "entry/Utility.h"
+#include "masters/QtMasterFields.h"
+#include "reports/RepoNippou.h"
+#include "shell/Dialogs.h"
+#include "shell/Session.h"
+
+namespace {
+enum Box { eStartYear, eStartMonth, eStartDay, eEndYear, eEndMonth, eEndDay, ePartner };
+}
+
+RepoNippou_frm::RepoNippou_frm()
+    : SummaryForm(RepoNippou(session().MenuKey).title()), report_(std::make_unique<RepoNippou>(session().MenuKey))
+{
+    setObjectName(QStringLiteral("RepoNippou_frm"));
+    QHBoxLayout* start = newRow();
+    addLabel(start, QStringLiteral("日付"), 6);
+    addDateBoxes(start, {QStringLiteral("年"), QStringLiteral("月"), QStringLiteral("日")}, &weekDayS_);
+    addLabel(start, QStringLiteral("より"));
+    start->addStretch(1);
+    QHBoxLayout* end = newRow();
+    addLabel(end, QString(), 6);
+    addDateBoxes(end, {QStringLiteral("年"), QStringLiteral("月"), QStringLiteral("日")}, &weekDayE_);
+    addLabel(end, QStringLiteral("まで"));
+    end->addStretch(1);
+    QHBoxLayout* partner = newRow();
+    partnerCaption_ = addLabel(partner, report_->partnerLabel(), 6);
+    addBox(partner, 8);
+    addLabel(partner, QStringLiteral("０：全て"));
+    sTorNamae_ = addLabel(partner, QString(), 24);
+    sTorNamae_->setObjectName(QStringLiteral("sTorNamae"));
+    partner->addStretch(1);
+    finish(QStringLiteral("最新の情報に更新する"), {QStringLiteral("ESC：戻る　Ｆ９：印刷　Ｆ１０：エクセル")});
+    clearForm();
+}
+
+RepoNippou_frm::~RepoNippou_frm() = default;
+
+void RepoNippou_frm::clearForm()
+{
+    const QList<QLineEdit*> b = ebox();
+    const QDate today = QDate::currentDate();
+    setBoxesDate(b[eStartYear], b[eStartMonth], b[eStartDay], weekDayS_, today);
+    setBoxesDate(b[eEndYear], b[eEndMonth], b[eEndDay], weekDayE_, today);
+    b[ePartner]->clear();
+    sTorNamae_->clear();
+    SummaryGrid heads;
+    heads.columns = RepoNippou::columns();
+    showGrid(heads);
+    focusField(0);
+}
+
+bool RepoNippou_frm::loadRows()
+{
+    const QList<QLineEdit*> b = ebox();
+    const QDate from = boxesDate(b[eStartYear], b[eStartMonth], b[eStartDay]);
+    const QDate to = boxesDate(b[eEndYear], b[eEndMonth], b[eEndDay]);
+    QString error;
+    if (!report_->load(from, to, CodeNumber(b[ePartner]->text()), &error)) {
+        Tell(error);
+        return false;
+    }
+    if (report_->rows().isEmpty()) {
+        Tell(QStringLiteral("対象がありません。"));
+        clearForm();
+        return false;
+    }
+    return true;
+}
+
+void RepoNippou_frm::runCommand()
+{
+    if (loadRows()) showGrid(report_->grid());
+}
+
+bool RepoNippou_frm::lookup(QLineEdit* box)
+{
+    if (box != ebox()[ePartner]) return false;
+    const std::optional<QString> code = LookUp(this, report_->partnerTable(), QStringLiteral("ALL"));
+    if (!code) return false;
+    box->setText(*code);
+    boxLeft(box);
+    return true;
+}
+
+void RepoNippou_frm::boxLeft(QLineEdit* box)
+{
+    const QList<QLineEdit*> b = ebox();
+    if (box == b[eStartDay]) showWeekday(b[eStartYear], b[eStartMonth], b[eStartDay], weekDayS_);
+    else if (box == b[eEndDay]) showWeekday(b[eEndYear], b[eEndMonth], b[eEndDay], weekDayE_);
+    else if (box == b[ePartner]) {
+        const qint64 code = CodeNumber(box->text());
+        sTorNamae_->setText(code == 0 ? QString() : CodeName(report_->partnerTable(), code));
+    }
+}
+
+void RepoNippou_frm::printReport()
+{
+}
+
+void RepoNippou_frm::exportSheet()
+{
+}
