@@ -23,13 +23,16 @@ constexpr double kTwipsPerPixel = 15.0;
 
 QFont gridFont() { return screenFont(10); }
 
-// Twips of a column before the screen factor: its own, or measured from its picture.
+// Twips of a column before the screen factor: its own, or measured from its picture. A blank
+// of the screen's font is narrower than a digit, where the forms were drawn for a font whose
+// half-width letters are all alike: a digit counts for it.
 int columnTwips(const SummaryColumn& c, const QFontMetrics& fm)
 {
     if (c.Width > 0) return c.Width;
-    const int px = c.Kind == QLatin1String("S") ? fm.horizontalAdvance(QLatin1Char(' ')) * c.Format.toInt()
+    const int px = c.Kind == QLatin1String("S") ? fm.horizontalAdvance(QLatin1Char('0')) * c.Format.toInt()
                                                  : fm.horizontalAdvance(c.Format);
-    return int(px * kTwipsPerPixel) + c.Gap;
+    // The cell's own margins come on top of the gap.
+    return int((px + 8) * kTwipsPerPixel) + c.Gap;
 }
 
 } // namespace
@@ -124,6 +127,8 @@ void SummaryForm::finish(const QString& command, const QStringList& messageLines
     list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list_->setSelectionMode(QAbstractItemView::NoSelection);
     list_->verticalHeader()->setVisible(false);
+    // Numbers come padded to their picture's width: a narrow column shows their right end.
+    list_->setTextElideMode(Qt::ElideNone);
     list_->setMinimumSize(760, 360);
     body_->addWidget(list_, 1);
 
@@ -155,10 +160,15 @@ void SummaryForm::showGrid(const SummaryGrid& grid, int rowHeight)
     list_->setColumnCount(grid.columnCount());
     list_->setRowCount(int(grid.rows.size()));
     QStringList heads;
+    int total = 0;
     for (int c = 0; c < grid.columnCount(); ++c) {
         heads << grid.columns[c].Caption;
-        list_->setColumnWidth(c, qRound(columnTwips(grid.columns[c], fm) * f / kTwipsPerPixel));
+        const int px = qRound(columnTwips(grid.columns[c], fm) * f / kTwipsPerPixel);
+        list_->setColumnWidth(c, px);
+        total += px;
     }
+    // The whole grid in view where a 1280-pixel display allows it.
+    list_->setMinimumWidth(qMin(total + 2 * list_->frameWidth() + list_->verticalScrollBar()->sizeHint().width(), 1220));
     list_->setHorizontalHeaderLabels(heads);
     for (int r = 0; r < grid.rows.size(); ++r) {
         list_->setRowHeight(r, qRound(rowHeight * f / kTwipsPerPixel));

@@ -32,7 +32,7 @@ RepoGeppou_frm::RepoGeppou_frm() : SummaryForm(QStringLiteral("販売商品月�
     QHBoxLayout* dest = newRow();
     addLabel(dest, QStringLiteral("納入先"), 8);
     addBox(dest, 6);
-    sNouNamae_ = addLabel(dest, QString(), 24);
+    sNouNamae_ = addLabel(dest, QString(), 16);
     sNouNamae_->setObjectName(QStringLiteral("sNouNamae"));
     addLabel(dest, QStringLiteral("全ての得意先を印刷する時に-１で、納入先ごとに印刷。"));
     dest->addStretch(1);
