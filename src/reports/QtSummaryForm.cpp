@@ -216,11 +216,12 @@ bool SummaryForm::fieldKey(int index, QKeyEvent* e)
     switch (e->key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-    case Qt::Key_Down:
-        next(index);
-        return true;
     case Qt::Key_Tab:
         next(index);
+        return true;
+    case Qt::Key_Down:
+        // Only Enter runs the command from the last field.
+        if (index + 1 < order_.size()) next(index);
         return true;
     case Qt::Key_Backtab:
     case Qt::Key_Up:
