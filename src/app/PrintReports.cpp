@@ -1,4 +1,5 @@
 #include "app/PrintReports.h"
+#include "app/PrintSummaries.h"
 #include <QGuiApplication>
 #include "ledgers/LedgerCommands.h"
 #include "pageout/QtPrintCommand.h"
@@ -6,6 +7,7 @@
 void registerPrintReports()
 {
     registerVtmlPrintReport();
+    registerSummaryPrints();
 }
 
 namespace {

@@ -2,6 +2,9 @@
 #include "entry/ChoiceLists.h"
 #include "entry/Convert.h"
 #include "entry/Dates.h"
+#include "pageout/Excel.h"
+#include "pageout/ReportRows.h"
+#include "pageout/Vtml.h"
 #include "shell/Session.h"
 
 namespace {
@@ -12,6 +15,8 @@ Chouha::Chouha(const QString& code) : code_(code)
 {
     if (code_ != QLatin1String("KAI") && code_ != QLatin1String("TAN")) code_ = QStringLiteral("URI");
 }
+
+Chouha::~Chouha() = default;
 
 QString Chouha::titleWord() const
 {
@@ -39,7 +44,6 @@ QStringList Chouha::gridHeads() const
 MeiTResult Chouha::run(const QDate& from, const QDate& to, int order, QString* error)
 {
     order_ = order < 1 || order > 3 ? 1 : order;
-    current_ = -1;
     MeiTRequest r{code_, from, to, order_, session().EigCode};
     QList<MeiTRow> rows;
     const MeiTResult result = FillMeiT(r, &rows, error);
@@ -52,14 +56,8 @@ SummaryGrid Chouha::grid() const
     SummaryGrid g;
     const QStringList heads = gridHeads();
     const int widths[] = {800, 2600, 1300, 1300, 1300, 1300, 1300, 1300, 1300, 900};
-    for (int c = 0; c < heads.size(); ++c) {
-        SummaryColumn col;
-        col.Caption = heads[c];
-        col.Kind = c == 1 ? QStringLiteral("S") : QStringLiteral("N");
-        col.Format = c == 0 ? QStringLiteral("######") : c == 9 ? QStringLiteral("##0.00") : kAmount;
-        col.Width = widths[c];
-        g.columns << col;
-    }
+    for (int c = 0; c < heads.size(); ++c) g.columns << SummaryColumn{heads[c], c != 1, widths[c]};
+    g.RowHeight = 240;
     if (rows_.isEmpty()) return g;
     Money sums[7];
     for (const MeiTRow& r : rows_) {
@@ -79,8 +77,91 @@ SummaryGrid Chouha::grid() const
     return g;
 }
 
+namespace {
+
+void field(VtmlField& f, const QString& caption, const char* name, const char* kind, const char* format, short gap,
+           short total)
+{
+    VtmlFieldClear(f);
+    f.Caption = caption;
+    f.Name = QString::fromLatin1(name);
+    f.Kind = QString::fromLatin1(kind);
+    f.Format = QString::fromLatin1(format);
+    f.Gap = gap;
+    f.Total = total;
+    VtmlAddField(f);
+}
+
+} // namespace
+
+bool Chouha::print()
+{
+    QList<QVariantList> values;
+    for (const MeiTRow& r : rows_)
+        values << QVariantList{r.Code, r.Namae, moneyVariant(r.UGaku), moneyVariant(r.HGaku), moneyVariant(r.NGaku),
+                               moneyVariant(r.KGaku), moneyVariant(r.SGaku), moneyVariant(r.Arari)};
+    printRows_ = listRows({QStringLiteral("Code"), QStringLiteral("Namae"), QStringLiteral("UGaku"), QStringLiteral("HGaku"),
+                           QStringLiteral("NGaku"), QStringLiteral("KGaku"), QStringLiteral("SGaku"), QStringLiteral("Arari")},
+                          values);
+    const bool kai = purchases();
+    QString partner = kai ? QStringLiteral("仕入先") : QStringLiteral("得意先");
+    if (code_ == QLatin1String("TAN")) partner = QStringLiteral("担当者");
+    const char* amount = "###,###,###";
+    VtmlClear();
+    VtmlField f;
+    field(f, QStringLiteral("コード"), "Code", "N", "######", 480, 0);
+    field(f, partner, "Namae", "S", "30", 480, 0);
+    field(f, kai ? QStringLiteral("仕入") : QStringLiteral("売上"), "UGaku", "N", amount, 480, 1);
+    field(f, QStringLiteral("返品"), "HGaku", "N", amount, 480, 1);
+    field(f, QStringLiteral("値引"), "NGaku", "N", amount, 480, 1);
+    field(f, QStringLiteral("経費"), "KGaku", "N", amount, 480, 1);
+    field(f, kai ? QStringLiteral("仕入額") : QStringLiteral("売上額"), "@0", "N", amount, 120, 1);
+    field(f, kai ? QStringLiteral("売上合計") : QStringLiteral("仕入合計"), "SGaku", "N", amount, 120, 1);
+    field(f, QStringLiteral("粗利"), "Arari", "N", amount, 120, 1);
+    PbSetRows(printRows_.get());
+    PbSetForm(this);
+    for (const QString& line : {QStringLiteral("<AREA>21600,16080"), QStringLiteral("<FONT>ＭＳ 明朝"),
+                                QStringLiteral("<SIZE>20"), QStringLiteral("<CENTER>"), title(), QStringLiteral("<LEFT>"),
+                                QStringLiteral("<SIZE>9"), QStringLiteral("<LOCATE>16800,120"), QStringLiteral("<PAGE>"),
+                                QStringLiteral("<LOCATE>16560,360"), QStringLiteral("<DATE>1"), QStringLiteral("<SIZE>12"),
+                                QStringLiteral("<LOCATE>240,720"), QStringLiteral("<DTPOS>"), QStringLiteral("<ZOUBUN>240"),
+                                QStringLiteral("<DTCNT>50")})
+        VtmlAddLine(line);
+    return VtmlPrint();
+}
+
+void Chouha::fillBook(ExcelBook& book) const
+{
+    const QStringList heads = gridHeads();
+    for (int c = 0; c < 9; ++c) book.setCell(1, c + 1, heads[c]);
+    int row = 1;
+    for (const MeiTRow& r : rows_) {
+        ++row;
+        const QVariantList cells{r.Code, r.Namae, moneyVariant(r.UGaku), moneyVariant(r.HGaku), moneyVariant(r.NGaku),
+                                 moneyVariant(r.KGaku), moneyVariant(r.net()), moneyVariant(r.SGaku), moneyVariant(r.Arari)};
+        for (int c = 0; c < cells.size(); ++c) book.setCell(row, c + 1, cells[c]);
+    }
+}
+
+bool Chouha::exportSheet() const
+{
+    ExcelBook book;
+    if (!book.open()) return false;
+    fillBook(book);
+    return book.save(titleWord(), nullptr, nullptr);
+}
+
+bool Chouha::exportTo(const QString& path, QString* error) const
+{
+    ExcelBook book;
+    fillBook(book);
+    return book.saveAs(path, error);
+}
+
 QVariant Chouha::alpha(short& n)
 {
-    if (n != 0 || current_ < 0 || current_ >= rows_.size()) return {};
-    return rows_[current_].net().toDouble();
+    if (n != 0 || !printRows_) return {};
+    Money net;
+    for (const char* c : {"UGaku", "NGaku", "HGaku", "KGaku"}) net += variantMoney(printRows_->value(QString::fromLatin1(c)));
+    return moneyVariant(net);
 }

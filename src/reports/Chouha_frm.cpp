@@ -3,13 +3,13 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include "pageout/QtPageOutputs.h"
 #include "reports/Chouha.h"
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
 
 namespace {
 enum Box { eStartYear, eStartMonth, eStartDay, eEndYear, eEndMonth, eEndDay };
-constexpr int kRowHeight = 240;
 }
 
 Chouha_frm::Chouha_frm() : SummaryForm(Chouha(session().MenuKey).title()), report_(std::make_unique<Chouha>(session().MenuKey))
@@ -38,7 +38,7 @@ void Chouha_frm::clearForm()
     setBoxesDate(b[eStartYear], b[eStartMonth], b[eStartDay], weekdays_, today);
     setBoxesDate(b[eEndYear], b[eEndMonth], b[eEndDay], weekdaye_, today);
     cbox_->setCurrentIndex(0);
-    showGrid(Chouha(report_->code()).grid(), kRowHeight);
+    showGrid(Chouha(report_->code()).grid());
     focusField(0);
 }
 
@@ -54,10 +54,10 @@ void Chouha_frm::runCommand()
         break;
     case MeiTResult::NoSlips:
         Tell(QStringLiteral("対象の伝票がありません。"));
-        showGrid(report_->grid(), kRowHeight);
+        showGrid(report_->grid());
         break;
     case MeiTResult::Done:
-        showGrid(report_->grid(), kRowHeight);
+        showGrid(report_->grid());
         break;
     }
 }
@@ -69,10 +69,22 @@ void Chouha_frm::boxLeft(QLineEdit* box)
     else if (box == b[eEndDay]) showWeekday(b[eEndYear], b[eEndMonth], b[eEndDay], weekdaye_);
 }
 
+bool Chouha_frm::haveRows()
+{
+    // Straight after typing the range, F9 and F10 run the list first.
+    if (report_->rows().isEmpty()) runCommand();
+    return !report_->rows().isEmpty();
+}
+
 void Chouha_frm::printReport()
 {
+    if (!haveRows()) return;
+    std::unique_ptr<PageOutput> out = makeReportOutput(this);
+    if (!out) return;
+    printTo(*out, [this] { return report_->print(); });
 }
 
 void Chouha_frm::exportSheet()
 {
+    if (haveRows()) report_->exportSheet();
 }

@@ -24,6 +24,8 @@ protected:
     void boxLeft(QLineEdit* box) override;
 
 private:
+    bool haveRows();
+
     std::unique_ptr<Chouha> report_;
     QComboBox* cbox_ = nullptr;
     QLabel* weekdays_ = nullptr;

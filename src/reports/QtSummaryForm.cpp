@@ -14,28 +14,9 @@
 #include <QVBoxLayout>
 #include "entry/Dates.h"
 #include "entry/QtFormBuilder.h"
+#include "pageout/QtGrd.h"
 #include "reports/SummaryGrid.h"
 #include "shell/Session.h"
-
-namespace {
-
-constexpr double kTwipsPerPixel = 15.0;
-
-QFont gridFont() { return screenFont(10); }
-
-// Twips of a column before the screen factor: its own, or measured from its picture. A blank
-// of the screen's font is narrower than a digit, where the forms were drawn for a font whose
-// half-width letters are all alike: a digit counts for it.
-int columnTwips(const SummaryColumn& c, const QFontMetrics& fm)
-{
-    if (c.Width > 0) return c.Width;
-    const int px = c.Kind == QLatin1String("S") ? fm.horizontalAdvance(QLatin1Char('0')) * c.Format.toInt()
-                                                 : fm.horizontalAdvance(c.Format);
-    // The cell's own margins come on top of the gap.
-    return int((px + 8) * kTwipsPerPixel) + c.Gap;
-}
-
-} // namespace
 
 SummaryForm::SummaryForm(const QString& title)
 {
@@ -54,6 +35,8 @@ SummaryForm::SummaryForm(const QString& title)
     rule->setFrameShadow(QFrame::Sunken);
     body_->addWidget(rule);
 }
+
+SummaryForm::~SummaryForm() = default;
 
 QHBoxLayout* SummaryForm::newRow()
 {
@@ -122,7 +105,7 @@ void SummaryForm::finish(const QString& command, const QStringList& messageLines
 
     list_ = new QTableWidget(this);
     list_->setObjectName(QStringLiteral("List"));
-    list_->setFont(gridFont());
+    cells_ = std::make_unique<QtGridCells>(list_);
     list_->setFocusPolicy(Qt::NoFocus);
     list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list_->setSelectionMode(QAbstractItemView::NoSelection);
@@ -152,32 +135,19 @@ double SummaryForm::screenFactor()
     return f > 0 ? f : 1.0;
 }
 
-void SummaryForm::showGrid(const SummaryGrid& grid, int rowHeight)
+void SummaryForm::showGrid(const SummaryGrid& grid)
 {
-    const double f = screenFactor();
-    const QFontMetrics fm(gridFont());
     list_->clear();
-    list_->setColumnCount(grid.columnCount());
-    list_->setRowCount(int(grid.rows.size()));
-    QStringList heads;
-    int total = 0;
-    for (int c = 0; c < grid.columnCount(); ++c) {
-        heads << grid.columns[c].Caption;
-        const int px = qRound(columnTwips(grid.columns[c], fm) * f / kTwipsPerPixel);
-        list_->setColumnWidth(c, px);
-        total += px;
-    }
-    // The whole grid in view where a 1280-pixel display allows it.
-    list_->setMinimumWidth(qMin(total + 2 * list_->frameWidth() + list_->verticalScrollBar()->sizeHint().width(), 1220));
-    list_->setHorizontalHeaderLabels(heads);
-    for (int r = 0; r < grid.rows.size(); ++r) {
-        list_->setRowHeight(r, qRound(rowHeight * f / kTwipsPerPixel));
-        for (int c = 0; c < grid.columnCount(); ++c) {
-            auto* item = new QTableWidgetItem(grid.rows[r].value(c));
-            item->setTextAlignment((grid.rightAligned(c) ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-            list_->setItem(r, c, item);
-        }
-    }
+    list_->setRowCount(0);
+    grid.toCells(*cells_);
+    fitGrid();
+}
+
+void SummaryForm::fitGrid()
+{
+    int total = 2 * list_->frameWidth() + list_->verticalScrollBar()->sizeHint().width();
+    for (int c = 0; c < list_->columnCount(); ++c) total += list_->columnWidth(c);
+    list_->setMinimumWidth(qMin(total, 1220));
 }
 
 QDate SummaryForm::boxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d)

@@ -3,6 +3,7 @@
 // command button, the grid and the help line. Enter and Down go on, Up goes back, Enter on
 // the last field runs the command; F1 clears, F6 looks up, F9 prints, F10 exports, Esc closes.
 // PageUp and PageDown in a field scroll the grid, which never takes the focus itself.
+#include <memory>
 #include <QDate>
 #include <QList>
 #include <QWidget>
@@ -14,6 +15,7 @@ class QLineEdit;
 class QPushButton;
 class QTableWidget;
 class QVBoxLayout;
+class QtGridCells;
 struct SummaryGrid;
 
 class SummaryForm : public QWidget {
@@ -27,6 +29,7 @@ public:
 
 protected:
     explicit SummaryForm(const QString& title);
+    ~SummaryForm() override;
 
     // Layout: a new row of fields, boxes and labels on it, then the foot.
     QHBoxLayout* newRow();
@@ -51,8 +54,12 @@ protected:
     // A box was left (its name or weekday is shown here).
     virtual void boxLeft(QLineEdit* box) {}
 
-    // The grid from the cells of a report; rowHeight in twips before the screen factor.
-    void showGrid(const SummaryGrid& grid, int rowHeight = 320);
+    // The grid as the grid print sees it (row 0 the heads).
+    QtGridCells& cells() const { return *cells_; }
+    // The grid from the cells of a report.
+    void showGrid(const SummaryGrid& grid);
+    // Widens the grid to show all its columns where the display allows it.
+    void fitGrid();
     // Dates of three boxes, and back; the weekday label follows.
     static QDate boxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d);
     static void setBoxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d, QLabel* weekday, const QDate& date);
@@ -71,6 +78,7 @@ private:
     QLabel* message_ = nullptr;
     QPushButton* command_ = nullptr;
     QTableWidget* list_ = nullptr;
+    std::unique_ptr<QtGridCells> cells_;
     QList<QLineEdit*> ebox_;
     QList<QWidget*> order_;
     bool shown_ = false;

@@ -90,18 +90,10 @@ bool RepoGeppou::load(const GeppouRequest& r, QString* error)
 SummaryGrid RepoGeppou::emptyGrid()
 {
     SummaryGrid g;
-    auto col = [](const QString& caption, const char* kind, int width) {
-        SummaryColumn c;
-        c.Caption = caption;
-        c.Kind = QString::fromLatin1(kind);
-        c.Format = c.Kind == QLatin1String("N") ? kAmount : QString();
-        c.Width = width;
-        return c;
-    };
-    g.columns << col(QStringLiteral("コード"), "S", 1000) << col(QStringLiteral("商 品 名"), "S", 2000);
-    for (int d = 0; d < Days; ++d) g.columns << col(QString(), "N", 400);
-    g.columns << col(QStringLiteral("数量"), "N", 800) << col(QStringLiteral("単価"), "N", 800)
-              << col(QStringLiteral("金額"), "N", 1000);
+    g.columns << SummaryColumn{QStringLiteral("コード"), false, 1000} << SummaryColumn{QStringLiteral("商 品 名"), false, 2000};
+    for (int d = 0; d < Days; ++d) g.columns << SummaryColumn{QString(), true, 400};
+    g.columns << SummaryColumn{QStringLiteral("数量"), true, 800} << SummaryColumn{QStringLiteral("単価"), true, 800}
+              << SummaryColumn{QStringLiteral("金額"), true, 1000};
     return g;
 }
 

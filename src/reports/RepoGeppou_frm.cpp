@@ -6,7 +6,11 @@
 #include "entry/QtBureaucrat.h"
 #include "entry/Utility.h"
 #include "masters/QtMasterFields.h"
+#include "pageout/Grd.h"
+#include "pageout/QtGrd.h"
+#include "pageout/QtPageOutputs.h"
 #include "reports/RepoGeppou.h"
+#include "reports/RepoGeppouCopy.h"
 #include "shell/Dialogs.h"
 
 namespace {
@@ -117,8 +121,19 @@ void RepoGeppou_frm::boxLeft(QLineEdit* box)
 
 void RepoGeppou_frm::printReport()
 {
+    GeppouRequest r;
+    if (!request(&r)) return;
+    std::unique_ptr<PageOutput> out = makeReportOutput(this);
+    if (!out) return;
+    QString error;
+    int sheets = 0;
+    const bool done = printTo(*out, [&] { return MonthlyCopy::printAll(r, &sheets, &error); });
+    if (!error.isEmpty()) Tell(error);
+    else if (done && sheets == 0) Tell(QStringLiteral("対象がありません。"));
 }
 
 void RepoGeppou_frm::exportSheet()
 {
+    Grd grd(&cells());
+    grd.GrdExport(QStringLiteral("販売商品月次控え"));
 }

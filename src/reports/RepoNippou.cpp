@@ -1,11 +1,13 @@
 #include "reports/RepoNippou.h"
 #include "entry/Convert.h"
 #include "entry/Dates.h"
-#include "entry/Recordset.h"
+#include "pageout/Grd.h"
+#include "pageout/ReportRows.h"
 #include "shell/Session.h"
-#include "store/Sql.h"
 
 RepoNippou::RepoNippou(const QString& menuKey) : sales_(menuKey == QLatin1String("Uri")) {}
+
+RepoNippou::~RepoNippou() = default;
 
 QString RepoNippou::title() const
 {
@@ -24,8 +26,7 @@ QString RepoNippou::partnerTable() const
 
 bool RepoNippou::load(const QDate& from, const QDate& to, qint64 partner, QString* error)
 {
-    rows_.clear();
-    current_ = -1;
+    rows_.reset();
     from_ = from;
     to_ = to;
     // MIN(rowid) makes the bare HinNamae that of the group's first line, as FIRST() gave it.
@@ -38,59 +39,49 @@ bool RepoNippou::load(const QDate& from, const QDate& to, qint64 partner, QStrin
         binds << partner;
     }
     sql += QStringLiteral(" GROUP BY HinCode ORDER BY HinCode");
-    Query q(session().MasterDb, sql, binds);
-    if (!q.ok()) {
-        if (error) *error = StoreErrorText(q.error());
-        return false;
-    }
-    while (q.next())
-        rows_ << NippouRow{NullToEmpty(q.value(0)), NullToEmpty(q.value(1)), q.value(2).toLongLong(),
-                           Money::fromStore(q.value(3))};
-    return true;
+    rows_ = bufferedQueryRows(session().MasterDb, sql, binds, error, {QStringLiteral("tUGaku")});
+    return rows_ != nullptr;
 }
+
+int RepoNippou::count() const { return rows_ ? rows_->count() : 0; }
 
 QString RepoNippou::period() const
 {
     return FormatDate(from_, 0) + QStringLiteral("より") + FormatDate(to_, 0) + QStringLiteral("まで");
 }
 
-QList<SummaryColumn> RepoNippou::columns()
+void RepoNippou::setUp(Grd& grd)
 {
-    return {
-        {QStringLiteral("コード"), QStringLiteral("@0"), QStringLiteral("S"), QStringLiteral("13"), 120, false},
-        {QStringLiteral("名称"), QStringLiteral("aHinNamae"), QStringLiteral("S"), QStringLiteral("30"), 120, false},
-        {QStringLiteral("数量"), QStringLiteral("tSuu"), QStringLiteral("N"), QStringLiteral("#,###,###"), 120, true},
-        {QStringLiteral("単価"), QStringLiteral("@1"), QStringLiteral("N"), QStringLiteral("#,###,##0.0"), 120, false},
-        {QStringLiteral("金額"), QStringLiteral("tUGaku"), QStringLiteral("N"), QStringLiteral("#,###,###"), 120, true},
-    };
+    grd.GrdInit(5);
+    grd.GrdAddColumn({QStringLiteral("コード"), QStringLiteral("@0"), QStringLiteral("S"), QStringLiteral("13"), 0, 120});
+    grd.GrdAddColumn({QStringLiteral("名称"), QStringLiteral("aHinNamae"), QStringLiteral("S"), QStringLiteral("30"), 0, 120});
+    grd.GrdAddColumn({QStringLiteral("数量"), QStringLiteral("tSuu"), QStringLiteral("N"), QStringLiteral("#,###,###"), 0, 120, 1});
+    grd.GrdAddColumn({QStringLiteral("単価"), QStringLiteral("@1"), QStringLiteral("N"), QStringLiteral("#,###,##0.0"), 0, 120});
+    grd.GrdAddColumn({QStringLiteral("金額"), QStringLiteral("tUGaku"), QStringLiteral("N"), QStringLiteral("#,###,###"), 0, 120, 1});
+    grd.GrdSetHeaders();
 }
 
-SummaryGrid RepoNippou::grid()
+bool RepoNippou::fill(Grd& grd)
 {
-    SummaryGrid g;
-    g.columns = columns();
-    fillGrid(g, int(rows_.size()), [this](int row, const SummaryColumn& c) -> QVariant {
-        current_ = row;
-        if (c.Name.startsWith(QLatin1Char('@'))) {
-            short n = short(c.Name.mid(1).toInt());
-            return alpha(n);
-        }
-        const NippouRow& r = rows_[row];
-        if (c.Name == QLatin1String("aHinNamae")) return r.aHinNamae;
-        if (c.Name == QLatin1String("tSuu")) return double(r.tSuu);
-        return r.tUGaku.toDouble();
-    });
-    return g;
+    return grd.GrdFill(rows_.get(), this);
+}
+
+bool RepoNippou::print(Grd& grd) const
+{
+    grd.paper = QStringLiteral("15");
+    return grd.GrdPrint(title(), period(), 0);
 }
 
 QVariant RepoNippou::alpha(short& n)
 {
-    if (current_ < 0 || current_ >= rows_.size()) return {};
-    const NippouRow& r = rows_[current_];
+    if (!rows_) return {};
     if (n == 0) {
-        QString code = r.HinCode;
+        QString code = NullToEmpty(rows_->value(QStringLiteral("HinCode")));
         return ZeroStrip(code);
     }
-    if (n == 1) return r.tSuu == 0 ? 0.0 : r.tUGaku.toDouble() / double(r.tSuu);
+    if (n == 1) {
+        const qint64 suu = rows_->value(QStringLiteral("tSuu")).toLongLong();
+        return suu == 0 ? 0.0 : variantMoney(rows_->value(QStringLiteral("tUGaku"))) / double(suu);
+    }
     return {};
 }

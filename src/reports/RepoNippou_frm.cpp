@@ -6,6 +6,9 @@
 #include "entry/QtBureaucrat.h"
 #include "entry/Utility.h"
 #include "masters/QtMasterFields.h"
+#include "pageout/Grd.h"
+#include "pageout/QtGrd.h"
+#include "pageout/QtPageOutputs.h"
 #include "reports/RepoNippou.h"
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
@@ -36,6 +39,7 @@ RepoNippou_frm::RepoNippou_frm()
     sTorNamae_->setObjectName(QStringLiteral("sTorNamae"));
     partner->addStretch(1);
     finish(QStringLiteral("最新の情報に更新する"), {QStringLiteral("ESC：戻る　Ｆ９：印刷　Ｆ１０：エクセル")});
+    grd_ = std::make_unique<Grd>(&cells());
     clearForm();
 }
 
@@ -49,13 +53,12 @@ void RepoNippou_frm::clearForm()
     setBoxesDate(b[eEndYear], b[eEndMonth], b[eEndDay], weekDayE_, today);
     b[ePartner]->clear();
     sTorNamae_->clear();
-    SummaryGrid heads;
-    heads.columns = RepoNippou::columns();
-    showGrid(heads);
+    RepoNippou::setUp(*grd_);
+    fitGrid();
     focusField(0);
 }
 
-bool RepoNippou_frm::loadRows()
+void RepoNippou_frm::runCommand()
 {
     const QList<QLineEdit*> b = ebox();
     const QDate from = boxesDate(b[eStartYear], b[eStartMonth], b[eStartDay]);
@@ -63,19 +66,14 @@ bool RepoNippou_frm::loadRows()
     QString error;
     if (!report_->load(from, to, CodeNumber(b[ePartner]->text()), &error)) {
         Tell(error);
-        return false;
+        return;
     }
-    if (report_->rows().isEmpty()) {
+    if (report_->count() == 0) {
         Tell(QStringLiteral("対象がありません。"));
         clearForm();
-        return false;
+        return;
     }
-    return true;
-}
-
-void RepoNippou_frm::runCommand()
-{
-    if (loadRows()) showGrid(report_->grid());
+    report_->fill(*grd_);
 }
 
 bool RepoNippou_frm::lookup(QLineEdit* box)
@@ -101,8 +99,12 @@ void RepoNippou_frm::boxLeft(QLineEdit* box)
 
 void RepoNippou_frm::printReport()
 {
+    std::unique_ptr<PageOutput> out = makeReportOutput(this);
+    if (!out) return;
+    printTo(*out, [this] { return report_->print(*grd_); });
 }
 
 void RepoNippou_frm::exportSheet()
 {
+    grd_->GrdExport(report_->title());
 }

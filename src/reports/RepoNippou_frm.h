@@ -5,6 +5,7 @@
 #include <memory>
 #include "reports/QtSummaryForm.h"
 
+class Grd;
 class RepoNippou;
 
 class RepoNippou_frm : public SummaryForm {
@@ -27,9 +28,8 @@ protected:
     void boxLeft(QLineEdit* box) override;
 
 private:
-    bool loadRows();
-
     std::unique_ptr<RepoNippou> report_;
+    std::unique_ptr<Grd> grd_;
     QLabel* weekDayS_ = nullptr;
     QLabel* weekDayE_ = nullptr;
     QLabel* sTorNamae_ = nullptr;

@@ -1,6 +1,7 @@
 #include "reports/SummaryGrid.h"
-#include "entry/Convert.h"
-#include "store/Money.h"
+#include <QRegularExpression>
+#include "pageout/Excel.h"
+#include "pageout/Grd.h"
 
 QString SummaryGrid::cell(int row, int column) const
 {
@@ -10,46 +11,48 @@ QString SummaryGrid::cell(int row, int column) const
     return rows[row - 1].value(column);
 }
 
-bool SummaryGrid::rightAligned(int column) const
+void SummaryGrid::toCells(GridCells& cells) const
 {
-    return column >= 0 && column < columns.size() && columns[column].Kind != QLatin1String("S");
-}
-
-QList<QStringList> SummaryGrid::table() const
-{
-    QList<QStringList> out;
+    const double f = Grd::factor();
+    cells.setCols(columnCount());
+    cells.setRows(rowCount());
+    cells.setGridFont(QStringLiteral("ＭＳ ゴシック"), 10 * f);
+    for (int c = 0; c < columnCount(); ++c) {
+        cells.setColumnAlignment(c, columns[c].Right ? 7 : 1);
+        cells.setColumnWidth(c, columns[c].Width * f);
+    }
     for (int r = 0; r < rowCount(); ++r) {
-        QStringList line;
-        for (int c = 0; c < columnCount(); ++c) line << cell(r, c);
-        out << line;
+        cells.setRowHeight(r, (r == 0 ? 320 : RowHeight) * f);
+        for (int c = 0; c < columnCount(); ++c) {
+            cells.setText(r, c, cell(r, c));
+            if (r > 0) cells.setCellAlignment(r, c, columns[c].Right ? 7 : 1);
+        }
     }
-    return out;
 }
 
-void fillGrid(SummaryGrid& grid, int count, const GridValue& value)
+namespace {
+
+// As the grid export: "1,234" and "-5.50" are numbers, a code with leading zeros stays text.
+QVariant sheetValue(const QString& text)
 {
-    grid.rows.clear();
-    QList<Money> sums(grid.columnCount());
-    for (int r = 0; r < count; ++r) {
-        QStringList cells;
-        for (int c = 0; c < grid.columnCount(); ++c) {
-            const SummaryColumn& col = grid.columns[c];
-            const QVariant v = value(r, col);
-            if (col.Kind == QLatin1String("S")) {
-                cells << v.toString();
-                continue;
-            }
-            cells << FormatRight(v.toDouble(), col.Format);
-            if (col.Total) sums[c] += Money::fromDouble(v.toDouble());
+    static const QRegularExpression number(QStringLiteral("^-?(\\d{1,3}(,\\d{3})+|\\d+)(\\.\\d+)?$"));
+    const QString t = text.trimmed();
+    if (t.isEmpty()) return {};
+    if (!number.match(t).hasMatch()) return text;
+    const QString digits = t.startsWith(QLatin1Char('-')) ? t.mid(1) : t;
+    if (digits.size() > 1 && digits.startsWith(QLatin1Char('0')) && digits.at(1) != QLatin1Char('.')) return text;
+    return QString(t).remove(QLatin1Char(',')).toDouble();
+}
+
+} // namespace
+
+bool exportCells(const GridCells& cells, const QString& path, QString* error)
+{
+    ExcelBook book;
+    for (int r = 0; r < cells.rows(); ++r)
+        for (int c = 0; c < cells.cols(); ++c) {
+            const QString t = cells.text(r, c);
+            book.setCell(r + 1, c + 1, r == 0 ? QVariant(t) : sheetValue(t));
         }
-        grid.rows << cells;
-    }
-    bool anyTotal = false;
-    for (int c = 1; c < grid.columnCount(); ++c) anyTotal = anyTotal || grid.columns[c].Total;
-    if (!anyTotal) return;
-    QStringList last(grid.columnCount());
-    last[0] = QStringLiteral("合計");
-    for (int c = 1; c < grid.columnCount(); ++c)
-        if (grid.columns[c].Total) last[c] = FormatRight(sums[c], grid.columns[c].Format);
-    grid.rows << last;
+    return book.saveAs(path, error);
 }

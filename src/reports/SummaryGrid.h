@@ -1,39 +1,34 @@
 #pragma once
-// What the grid of a summary screen shows, cell by cell: row 0 the captions, then the rows as
-// drawn. The screen, the grid print and the spreadsheet all take the cells from here, so what
-// a clerk sees is what is printed and exported.
-#include <functional>
+// The grids the monthly copy and the cut-off list fill themselves, cell by cell: row 0 the
+// captions, then the rows as drawn. They go into the screen's table (or cells in memory for
+// the print command) through the grid print's cells, so the screen, the print and the
+// spreadsheet show the same texts.
 #include <QList>
 #include <QString>
 #include <QStringList>
-#include <QVariant>
+
+class GridCells;
 
 struct SummaryColumn {
     QString Caption;
-    QString Name;          // column of the rows, or "@n" for the report's alpha(n)
-    QString Kind;          // "S" text, "N" number
-    QString Format;        // S: width as a count of blanks; N: number picture
-    short Gap = 120;
-    bool Total = false;
-    int Width = 0;         // twips before the screen factor; 0: measured from Format and Gap
+    bool Right = false;    // numbers stand flush right
+    int Width = 0;         // twips before the screen factor
 };
 
 struct SummaryGrid {
     QList<SummaryColumn> columns;
     QList<QStringList> rows;   // the data rows and the closing "合計" row
+    int RowHeight = 320;       // twips before the screen factor
 
     int columnCount() const { return int(columns.size()); }
     // Rows with the caption row.
     int rowCount() const { return int(rows.size()) + 1; }
     QString cell(int row, int column) const;
-    bool rightAligned(int column) const;
-    // The cells as text rows, row 0 the captions.
-    QList<QStringList> table() const;
+    // Puts the grid into `cells`: sizes by the session's screen factor, alignment, texts.
+    void toCells(GridCells& cells) const;
 };
 
-// The value of a cell: text for kind S, a number in yen for kind N.
-using GridValue = std::function<QVariant(int row, const SummaryColumn& column)>;
-// Fills `grid` with `count` rows column by column: text as it stands, numbers in their picture
-// at its fixed width. When a column other than the first is totalled, a last row "合計" holds
-// the sums, added up exactly as currency.
-void fillGrid(SummaryGrid& grid, int count, const GridValue& value);
+// Writes every cell to the spreadsheet file `path` as the grid export does (a text that
+// reads as a number goes as that number); for the print command, which names its file.
+// False with *error when the file was not written.
+bool exportCells(const GridCells& cells, const QString& path, QString* error);

@@ -1,5 +1,11 @@
+#include <QCoreApplication>
+#include <QFile>
+#include <QProcess>
 #include "ProductsFixture.h"
 #include "reports/Chouha.h"
+#include "pageout/ExcelFixture.h"
+#include "pageout/Vtml.h"
+#include "support/RecordingSurface.h"
 
 namespace {
 
@@ -154,4 +160,91 @@ TEST_F(Cutoff, TextsOfTheThreeCodes)
         EXPECT_EQ(heads.size(), 10);
         EXPECT_EQ((QStringList{heads[1], heads[2], heads[7]}), c.heads) << c.code;
     }
+}
+
+TEST_F(Cutoff, PrintedListWithPageAndRunningTotals)
+{
+    VtmlSetToday(QDate(2026, 5, 1));
+    Chouha c("URI");
+    ASSERT_EQ(c.run(QDate(2026, 4, 1), QDate(2026, 4, 30), 2, nullptr), MeiTResult::Done);
+    RecordingOutput out;
+    {
+        ScopedPageOutput scope(&out);
+        ASSERT_TRUE(c.print());
+    }
+    VtmlSetToday({});
+    ASSERT_EQ(out.pages(), 1);
+    const QStringList page = out.rec.only("T ");
+    // The title centred on the 21600-twip page at size 20, the page and the date at the right.
+    EXPECT_EQ(page.value(0), "T 9200,0 2026年売上明細表");
+    EXPECT_TRUE(page.contains("T 16800,120 1ページ ")) << qPrintable(page.join('\n'));
+    EXPECT_TRUE(page.contains("T 16560,360 2026年5月1日 金曜"));
+    // Heads flush right over their columns: code 720 wide, name 3600, amounts 1320, gaps 480 then 120.
+    EXPECT_TRUE(page.contains("T 6360,720 売上"));
+    EXPECT_TRUE(page.contains("T 13320,720 売上額"));
+    const QStringList texts = out.rec.texts();
+    // By sales: customer 1 first; the net is the print's own column.
+    const int first = int(texts.indexOf("     1"));
+    ASSERT_GE(first, 0);
+    EXPECT_EQ(texts.mid(first, 9), (QStringList{"     1", "東京商事", "     10,000", "           ", "       -500", "           ",
+                                                "      9,500", "      6,000", "      3,500"}));
+    // The totals of the page and the run.
+    const int page1 = int(texts.indexOf("頁計："));
+    ASSERT_GE(page1, 0);
+    EXPECT_EQ(texts.mid(page1 + 1, 7), (QStringList{"     23,000", "     -5,000", "       -500", "        300", "     17,800",
+                                                    "     12,300", "      5,500"}));
+    EXPECT_TRUE(texts.contains("累計："));
+}
+
+TEST_F(Cutoff, SpreadsheetHoldsTheHeadsAndARowForEachPartner)
+{
+    Chouha c("KAI");
+    ASSERT_EQ(c.run(QDate(2026, 4, 1), QDate(2026, 4, 30), 3, nullptr), MeiTResult::Done);
+    const QString file = co.file("cutoff.xlsx");
+    QString error;
+    ASSERT_TRUE(c.exportTo(file, &error)) << qPrintable(error);
+    SheetXml sheet(file);
+    ASSERT_TRUE(sheet.ok);
+    QStringList heads;
+    for (const char* ref : {"A1", "B1", "C1", "D1", "E1", "F1", "G1", "H1", "I1"}) heads << sheet.cell(ref);
+    EXPECT_EQ(heads, (QStringList{"コード", "仕入先名", "仕入", "返品", "値引", "経費", "税抜合計", "売上合計", "粗利"}));
+    EXPECT_FALSE(sheet.has("J1"));
+    // Customers first by the third order, supplier 7 last; money in yen as numbers.
+    EXPECT_EQ(sheet.cell("A2"), "1");
+    EXPECT_EQ(sheet.cell("B2"), "東京商事");
+    EXPECT_EQ(sheet.cell("C2"), "5000");
+    EXPECT_EQ(sheet.cell("I2"), "5000");
+    EXPECT_EQ(sheet.cell("A7"), "7");
+    EXPECT_EQ(sheet.cell("G7"), "2000");
+    EXPECT_FALSE(sheet.has("A8"));
+}
+
+TEST_F(Cutoff, PrintCommandMakesThePdfOfTheStaffList)
+{
+    const QString velmora = QCoreApplication::applicationDirPath() + QStringLiteral("/velmora");
+    ASSERT_TRUE(QFile::exists(velmora));
+    const QString pdf = co.file("staff.pdf");
+    QProcess p;
+    p.setWorkingDirectory(co.path());
+    p.start(velmora, {"print", "cutoff", "--code", "TAN", "--from", "20260401", "--to", "20260430", "--order", "2",
+                      "--pdf", pdf});
+    ASSERT_TRUE(p.waitForFinished(60000));
+    EXPECT_EQ(p.exitCode(), 0) << p.readAllStandardError().toStdString();
+    QProcess text;
+    text.start(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    ASSERT_TRUE(text.waitForFinished(30000));
+    const QString out = QString::fromUtf8(text.readAllStandardOutput());
+    EXPECT_TRUE(out.contains("担当者別売上")) << qPrintable(out);
+    // 山田 first by sales, with the margin; 佐藤 after.
+    EXPECT_LT(out.indexOf("山田"), out.indexOf("佐藤"));
+    EXPECT_TRUE(out.contains("13,000"));
+    EXPECT_TRUE(out.contains("3,500"));
+
+    // A range without slips: said on standard error, exit 1, no file.
+    const QString none = co.file("none.pdf");
+    p.start(velmora, {"print", "cutoff", "--code", "URI", "--from", "20260601", "--to", "20260630", "--pdf", none});
+    ASSERT_TRUE(p.waitForFinished(60000));
+    EXPECT_EQ(p.exitCode(), 1);
+    EXPECT_TRUE(QString::fromUtf8(p.readAllStandardError()).contains("対象の伝票がありません。"));
+    EXPECT_FALSE(QFile::exists(none));
 }

@@ -1,5 +1,7 @@
 #include "ProductsFixture.h"
 #include "reports/RepoGeppou.h"
+#include "reports/RepoGeppouCopy.h"
+#include "support/RecordingSurface.h"
 
 namespace {
 
@@ -186,4 +188,72 @@ TEST_F(Monthly, SheetsOfAPrintForAllCustomers)
         EXPECT_EQ(RepoGeppou::sheets(c.r, &error), c.sheets) << c.r.customer << "/" << c.r.dest << "/" << c.r.sime;
         EXPECT_TRUE(error.isEmpty());
     }
+}
+
+TEST_F(Monthly, PrintedCopyASheetForEachCustomerWithSales)
+{
+    run("INSERT INTO TtoD (TorCode, NouCode, EigCode, Getudo, Nendo, KTotal, Zeigaku) VALUES (1, 0, 1, 4, 2026, ?, ?)",
+        {yenOf(2260), yenOf(226)});
+    struct Case {
+        qint64 dest;
+        QString addressee;
+        int rows;   // product lines on the sheet
+    };
+    // Customers 1, 3 and 4 close on the 31st; only 1 sold, and by destination only to 5.
+    const QList<Case> cases = {{0, "東京商事 様 ", 3}, {-1, "東京商事 様 北倉庫 分", 1}};
+    for (const Case& c : cases) {
+        RecordingOutput out;
+        int sheets = 0;
+        QString error;
+        {
+            ScopedPageOutput scope(&out);
+            ASSERT_TRUE(MonthlyCopy::printAll({4, 31, 0, c.dest, false}, &sheets, &error)) << qPrintable(error);
+        }
+        EXPECT_EQ(sheets, 1);
+        ASSERT_EQ(out.pages(), 1);
+        const QStringList page = out.rec.page(1);
+        EXPECT_TRUE(page.contains("T 2880,120 販売商品月次控"));
+        EXPECT_TRUE(page.contains("T 5600,120 " + c.addressee)) << qPrintable(page.join('\n'));
+        const QStringList texts = out.rec.texts();
+        // The month from the ledger, whatever the destination.
+        EXPECT_TRUE(texts.contains("当月売上　2,260"));
+        EXPECT_TRUE(texts.contains("消費税額　226"));
+        EXPECT_TRUE(texts.contains("税込売上額　2,486"));
+        // The day heads over April's 30 days, three characters a day.
+        EXPECT_TRUE(texts.contains(MonthlyCopy::dayHeader(QDate(2026, 4, 1), QDate(2026, 4, 30))));
+        EXPECT_EQ(MonthlyCopy::dayHeader(QDate(2026, 4, 1), QDate(2026, 4, 30)).left(9), "  1  2  3");
+        EXPECT_EQ(texts.count("金額"), 1);
+        EXPECT_FALSE(texts.contains("頁計："));
+        int lines = 0;
+        for (const QString& t : texts) lines += t.size() == 93 ? 1 : 0;
+        EXPECT_EQ(lines, c.rows);
+    }
+}
+
+TEST_F(Monthly, PrintedLineOfAProductAtOnePrice)
+{
+    RecordingOutput out;
+    bool printed = false;
+    QString error;
+    {
+        ScopedPageOutput scope(&out);
+        MonthlyCopy copy;
+        ASSERT_TRUE(copy.PrintMonthlyCopy({4, 31, 0, 0, false}, 1, 0, &printed, &error));
+    }
+    ASSERT_TRUE(printed);
+    const QStringList texts = out.rec.texts();
+    // The pen at 120: 7 on the 1st, 1 on the 30th; 8 for 960, 120 each.
+    const int at = int(texts.indexOf(QStringLiteral("  7") + QString(28 * 3, ' ') + QStringLiteral("  1   ")));
+    ASSERT_GE(at, 2) << qPrintable(texts.join('|'));
+    EXPECT_EQ(texts.mid(at - 2, 6), (QStringList{"49010000001", "ボールペン", texts[at], "     8", "   120", "    960"}));
+    // No ledger row: no sales line at the top. No sales: no sheet.
+    EXPECT_FALSE(texts.join('|').contains("当月売上"));
+    RecordingOutput none;
+    {
+        ScopedPageOutput scope(&none);
+        MonthlyCopy copy;
+        ASSERT_TRUE(copy.PrintMonthlyCopy({4, 31, 0, 0, false}, 3, 0, &printed, &error));
+    }
+    EXPECT_FALSE(printed);
+    EXPECT_EQ(none.pages(), 0);
 }

@@ -1,4 +1,11 @@
 #include "ProductsFixture.h"
+#include <QFile>
+#include "pageout/ExcelFixture.h"
+#include "pageout/Grd.h"
+#include "pageout/PrintRegistry.h"
+#include "pageout/Vtml.h"
+#include "reports/QtSummaryPrints.h"
+#include "support/RecordingSurface.h"
 #include "reports/RepoNippou.h"
 
 namespace {
@@ -8,6 +15,23 @@ QStringList trimmed(const QStringList& cells)
     QStringList out;
     for (const QString& c : cells) out << c.trimmed();
     return out;
+}
+
+// The grid filled in memory, as the print command fills it: rows 1.. as text rows.
+QList<QStringList> gridRows(RepoNippou& r, MemoryGridCells* keep = nullptr)
+{
+    MemoryGridCells cells([](const QString&, double points, const QString& t) { return points * 10 * t.size(); });
+    Grd grd(&cells);
+    RepoNippou::setUp(grd);
+    EXPECT_TRUE(r.fill(grd));
+    QList<QStringList> rows;
+    for (int i = 1; i < cells.rows(); ++i) {
+        QStringList row;
+        for (int c = 0; c < cells.cols(); ++c) row << cells.text(i, c);
+        rows << row;
+    }
+    if (keep) *keep = cells;
+    return rows;
 }
 
 class Products : public SummaryCompany {
@@ -61,9 +85,9 @@ TEST_F(Products, SumsTheRangeByProductWithMeanPriceAndTotal)
         RepoNippou r(QString::fromLatin1(c.mode));
         QString error;
         ASSERT_TRUE(r.load(QDate(2026, 4, 1), QDate(2026, 4, 30), c.partner, &error)) << qPrintable(error);
-        const SummaryGrid g = r.grid();
-        ASSERT_EQ(g.rows.size(), c.rows.size()) << c.mode << c.partner;
-        for (int i = 0; i < c.rows.size(); ++i) EXPECT_EQ(trimmed(g.rows[i]), c.rows[i]) << c.mode << c.partner << " row " << i;
+        const QList<QStringList> rows = gridRows(r);
+        ASSERT_EQ(rows.size(), c.rows.size()) << c.mode << c.partner;
+        for (int i = 0; i < c.rows.size(); ++i) EXPECT_EQ(trimmed(rows[i]), c.rows[i]) << c.mode << c.partner << " row " << i;
     }
 }
 
@@ -71,14 +95,15 @@ TEST_F(Products, GridCellsStandAtTheWidthOfTheirPicture)
 {
     RepoNippou r(QStringLiteral("Uri"));
     ASSERT_TRUE(r.load(QDate(2026, 4, 1), QDate(2026, 4, 30), 0, nullptr));
-    const SummaryGrid g = r.grid();
-    EXPECT_EQ(g.cell(0, 0), "コード");
-    EXPECT_EQ(g.cell(0, 4), "金額");
-    EXPECT_EQ(g.cell(1, 2), "       15");      // "#,###,###"
-    EXPECT_EQ(g.cell(1, 3), "      113.3");    // "#,###,##0.0"
-    EXPECT_EQ(g.cell(1, 4), "    1,700");
-    EXPECT_FALSE(g.rightAligned(1));
-    EXPECT_TRUE(g.rightAligned(3));
+    MemoryGridCells cells([](const QString&, double points, const QString& t) { return points * 10 * t.size(); });
+    gridRows(r, &cells);
+    EXPECT_EQ(cells.text(0, 0), "コード");
+    EXPECT_EQ(cells.text(0, 4), "金額");
+    EXPECT_EQ(cells.text(1, 2), "       15");      // "#,###,###"
+    EXPECT_EQ(cells.text(1, 3), "      113.3");    // "#,###,##0.0"
+    EXPECT_EQ(cells.text(1, 4), "    1,700");
+    EXPECT_EQ(cells.columnAlignment(1), 1);
+    EXPECT_EQ(cells.columnAlignment(3), 7);
 }
 
 TEST_F(Products, ADayRangeAndItsBoundaries)
@@ -97,9 +122,7 @@ TEST_F(Products, ADayRangeAndItsBoundaries)
     for (const Case& c : cases) {
         RepoNippou r(QStringLiteral("Uri"));
         ASSERT_TRUE(r.load(c.from, c.to, 0, nullptr));
-        EXPECT_EQ(r.rows().size(), c.rows) << qPrintable(c.from.toString() + " " + c.to.toString());
-        // The "合計" row closes even an empty grid.
-        EXPECT_EQ(r.grid().rows.size(), c.rows + 1);
+        EXPECT_EQ(r.count(), c.rows) << qPrintable(c.from.toString() + " " + c.to.toString());
     }
 }
 
@@ -112,4 +135,70 @@ TEST_F(Products, PeriodAndModeTexts)
     EXPECT_EQ(kai.partnerLabel(), "仕入先");
     ASSERT_TRUE(uri.load(QDate(2026, 4, 1), QDate(2026, 4, 30), 0, nullptr));
     EXPECT_EQ(uri.period(), "2026/04/01より2026/04/30まで");
+}
+
+TEST_F(Products, PrintedOnFanfoldPaperWithTitleAndPeriod)
+{
+    VtmlSetToday(QDate(2026, 5, 1));
+    RepoNippou r(QStringLiteral("Uri"));
+    ASSERT_TRUE(r.load(QDate(2026, 4, 1), QDate(2026, 4, 30), 0, nullptr));
+    MemoryGridCells cells([](const QString&, double points, const QString& t) { return points * 10 * t.size(); });
+    Grd grd(&cells);
+    RepoNippou::setUp(grd);
+    ASSERT_TRUE(r.fill(grd));
+    RecordingOutput out;
+    {
+        ScopedPageOutput scope(&out);
+        ASSERT_TRUE(r.print(grd));
+    }
+    VtmlSetToday({});
+    ASSERT_EQ(out.pages(), 1);
+    const QStringList page = out.rec.page(1);
+    // Paper "15": the title at 7200, the date at 13000, all moved right by the offset of 720.
+    EXPECT_TRUE(page.contains("T 7920,120 商品別売上集計")) << qPrintable(page.join('\n'));
+    EXPECT_TRUE(page.contains("T 3120,720 2026/04/01より2026/04/30まで"));
+    EXPECT_TRUE(page.contains("T 13720,240 日付2026/05/01"));
+    EXPECT_TRUE(page.contains("T 960,1440 コード"));
+    EXPECT_TRUE(page.contains("T 960,1680 1001"));
+    EXPECT_TRUE(page.contains("T 960,2880 合計"));
+    EXPECT_EQ(page.last(), "AREA 16800,14640");
+}
+
+TEST_F(Products, PrintCommandWritesTheGridToASpreadsheet)
+{
+    PrintRequest req;
+    req.options = {{"mode", "Uri"}, {"from", "20260401"}, {"to", "20260430"}, {"partner", "1"}};
+    req.xlsx = co.file("products.xlsx");
+    QString error;
+    ASSERT_TRUE(printProducts(req, &error)) << qPrintable(error);
+    SheetXml sheet(req.xlsx);
+    ASSERT_TRUE(sheet.ok);
+    EXPECT_EQ(sheet.cell("A1"), "コード");
+    EXPECT_EQ(sheet.cell("A2"), "1001");
+    EXPECT_EQ(sheet.cell("B2"), "ボールペン");
+    EXPECT_EQ(sheet.cell("C2"), "10");
+    EXPECT_EQ(sheet.cell("E2"), "1200");
+    EXPECT_EQ(sheet.cell("A5"), "合計");
+    EXPECT_EQ(sheet.cell("E5"), "1700");
+    EXPECT_FALSE(sheet.has("A6"));
+
+    // What a script gets wrong is said and writes nothing.
+    struct Bad {
+        QMap<QString, QString> options;
+        QString error;
+    };
+    const QList<Bad> bad = {
+        {{{"mode", "Uri"}, {"from", "20260431"}, {"to", "20260430"}}, "--from は YYYYMMDD の日付で指定してください。"},
+        {{{"mode", "uri"}, {"from", "20260401"}, {"to", "20260430"}}, "--mode は Uri|Kai のどれかです。"},
+        {{{"mode", "Uri"}, {"from", "20260401"}, {"to", "20260430"}, {"partner", "x"}}, "--partner は数字で指定してください。"},
+        {{{"mode", "Uri"}, {"from", "20260430"}, {"to", "20260401"}}, "対象がありません。"},
+    };
+    for (const Bad& b : bad) {
+        PrintRequest r;
+        r.options = b.options;
+        r.xlsx = co.file("bad.xlsx");
+        EXPECT_FALSE(printProducts(r, &error));
+        EXPECT_EQ(error, b.error);
+        EXPECT_FALSE(QFile::exists(r.xlsx));
+    }
 }
