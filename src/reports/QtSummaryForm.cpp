@@ -207,12 +207,15 @@ bool SummaryForm::fieldKey(int index, QKeyEvent* e)
         if (auto* box = qobject_cast<QLineEdit*>(order_[index]); box && lookup(box)) next(index);
         return true;
     case Qt::Key_F9:
-        if (auto* box = qobject_cast<QLineEdit*>(order_[index])) boxLeft(box);
-        printReport();
-        return true;
     case Qt::Key_F10:
         if (auto* box = qobject_cast<QLineEdit*>(order_[index])) boxLeft(box);
-        exportSheet();
+        if (e->key() == Qt::Key_F9) printReport();
+        else exportSheet();
+        // The preview and the messages have no owner: the keyboard comes back to this field.
+        if (isVisible()) {
+            activateWindow();
+            order_[index]->setFocus();
+        }
         return true;
     case Qt::Key_PageUp:
     case Qt::Key_PageDown:

@@ -3,7 +3,10 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QTableWidget>
+#include <QFileInfo>
 #include "ProductsFixture.h"
+#include "ProductsOutputs.h"
+#include "pageout/ExcelFixture.h"
 #include "entry/FormDriver.h"
 #include "reports/Chouha_frm.h"
 
@@ -75,4 +78,25 @@ TEST_F(CutoffForm, ClerkRanksTheStaffBySales)
     press(Qt::Key_F1);
     EXPECT_EQ(focused(), w->ebox()[0]);
     EXPECT_EQ(w->cbox()->currentIndex(), 0);
+}
+
+TEST_F(CutoffForm, F9AndF10StraightAfterTheRangeRunTheListFirst)
+{
+    ClerkOutputs outputs;
+    for (const char* t : {"2026", "4", "1", "2026", "4", "30"}) enter(t);
+    ASSERT_EQ(focused(), w->cbox());
+    press(Qt::Key_F9);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(w));
+    EXPECT_EQ(outputs.pages.size(), 1);
+    EXPECT_EQ(w->List()->rowCount(), 3);
+    EXPECT_EQ(focused(), w->cbox());
+    press(Qt::Key_F10);
+    ASSERT_EQ(outputs.sheets.size(), 1);
+    EXPECT_TRUE(QFileInfo(outputs.sheets[0]).fileName().startsWith("担当者別売上"));
+    SheetXml sheet(outputs.sheets[0]);
+    EXPECT_EQ(sheet.cell("B1"), "担当者名");
+    EXPECT_EQ(sheet.cell("B2"), "山田");
+    EXPECT_EQ(sheet.cell("I3"), "6000");
+    EXPECT_FALSE(sheet.has("A4"));
+    EXPECT_TRUE(dlg.of("Tell").isEmpty()) << qPrintable(dlg.log.join('|'));
 }

@@ -2,7 +2,10 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QTableWidget>
+#include <QFileInfo>
 #include "ProductsFixture.h"
+#include "ProductsOutputs.h"
+#include "pageout/ExcelFixture.h"
 #include "entry/FormDriver.h"
 #include "reports/RepoGeppou_frm.h"
 
@@ -86,4 +89,37 @@ TEST_F(MonthlyForm, MissingFieldsAreSaidAndTheMonthIsShownByDay)
     EXPECT_EQ(focused(), w->ebox()[0]);
     EXPECT_EQ(w->ebox()[2]->text(), "");
     EXPECT_EQ(w->sTorNamae()->text(), "");
+}
+
+TEST_F(MonthlyForm, F9PrintsASheetForEachCustomerAndF10TheGrid)
+{
+    sale(3, QDate(2026, 4, 20), 3, {{"4902000000208", "ノート", 4, 250}});
+    ClerkOutputs outputs;
+    for (const char* t : {"4", "31", "0", "0", "0"}) enter(t);
+    ASSERT_EQ(w->List()->rowCount(), 4);
+    // Customers 1 and 3 sold in April; 4 closes on the 31st too but gets no sheet.
+    press(Qt::Key_F9);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(w));
+    EXPECT_EQ(outputs.pages.size(), 2);
+    press(Qt::Key_F10);
+    ASSERT_EQ(outputs.sheets.size(), 1);
+    EXPECT_TRUE(QFileInfo(outputs.sheets[0]).fileName().startsWith("販売商品月次控え"));
+    SheetXml sheet(outputs.sheets[0]);
+    EXPECT_EQ(sheet.cell("B1"), "商 品 名");
+    EXPECT_EQ(sheet.cell("C1"), "1");
+    EXPECT_EQ(sheet.cell("D2"), "2");
+    EXPECT_EQ(sheet.cell("A5"), "合計");
+    EXPECT_EQ(sheet.cell("AJ5"), "1940");
+    EXPECT_TRUE(dlg.of("Tell").isEmpty()) << qPrintable(dlg.log.join('|'));
+
+    // A month nobody sold in: said after the print, nothing drawn.
+    press(Qt::Key_Up);
+    press(Qt::Key_Up);
+    press(Qt::Key_Up);
+    press(Qt::Key_Up);
+    ASSERT_EQ(focused(), w->ebox()[0]);
+    typeText("5");
+    press(Qt::Key_F9);
+    EXPECT_EQ(outputs.pages.size(), 2);
+    EXPECT_EQ(dlg.of("Tell"), QStringList{"対象がありません。"});
 }

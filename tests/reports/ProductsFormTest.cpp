@@ -2,7 +2,10 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QTableWidget>
+#include <QFileInfo>
 #include "ProductsFixture.h"
+#include "ProductsOutputs.h"
+#include "pageout/ExcelFixture.h"
 #include "entry/FormDriver.h"
 #include "entry/Dates.h"
 #include "reports/RepoNippou_frm.h"
@@ -118,4 +121,23 @@ TEST_F(ProductsForm, NothingInTheRangeSaysSoAndClearsTheForm)
     ASSERT_EQ(f.w->List()->rowCount(), 2);
     EXPECT_EQ(f.cell(0, 1), "ボールペン");
     EXPECT_EQ(f.cell(0, 4), "3,000");
+}
+
+TEST_F(ProductsForm, F9PreviewsTheGridAndF10WritesItsSheet)
+{
+    ClerkOutputs outputs;
+    NippouForm f("Uri");
+    for (const char* t : {"2026", "4", "1", "2026", "4", "30", ""}) enter(t);
+    ASSERT_EQ(f.w->List()->rowCount(), 3);
+    press(Qt::Key_F9);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(f.w));
+    EXPECT_EQ(outputs.pages.size(), 1);
+    press(Qt::Key_F10);
+    ASSERT_EQ(outputs.sheets.size(), 1);
+    EXPECT_TRUE(QFileInfo(outputs.sheets[0]).fileName().startsWith("商品別売上集計"));
+    SheetXml sheet(outputs.sheets[0]);
+    EXPECT_EQ(sheet.cell("B2"), "ボールペン");
+    EXPECT_EQ(sheet.cell("C2"), "15");
+    EXPECT_EQ(sheet.cell("A4"), "合計");
+    EXPECT_TRUE(dlg.of("Tell").isEmpty()) << qPrintable(dlg.log.join('|'));
 }
