@@ -8,10 +8,6 @@
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
 
-namespace {
-enum Box { eStartYear, eStartMonth, eStartDay, eEndYear, eEndMonth, eEndDay };
-}
-
 Chouha_frm::Chouha_frm() : SummaryForm(Chouha(session().MenuKey).title()), report_(std::make_unique<Chouha>(session().MenuKey))
 {
     setObjectName(QStringLiteral("Chouha_frm"));
@@ -33,10 +29,7 @@ Chouha_frm::~Chouha_frm() = default;
 
 void Chouha_frm::clearForm()
 {
-    const QList<QLineEdit*> b = ebox();
-    const QDate today = QDate::currentDate();
-    setBoxesDate(b[eStartYear], b[eStartMonth], b[eStartDay], weekdays_, today);
-    setBoxesDate(b[eEndYear], b[eEndMonth], b[eEndDay], weekdaye_, today);
+    setDates(QDate::currentDate());
     cbox_->setCurrentIndex(0);
     showGrid(Chouha(report_->code()).grid());
     focusField(0);
@@ -44,11 +37,8 @@ void Chouha_frm::clearForm()
 
 void Chouha_frm::runCommand()
 {
-    const QList<QLineEdit*> b = ebox();
-    const QDate from = boxesDate(b[eStartYear], b[eStartMonth], b[eStartDay]);
-    const QDate to = boxesDate(b[eEndYear], b[eEndMonth], b[eEndDay]);
     QString error;
-    switch (report_->run(from, to, cbox_->currentIndex() + 1, &error)) {
+    switch (report_->run(dateOf(0), dateOf(1), cbox_->currentIndex() + 1, &error)) {
     case MeiTResult::Failed:
         Tell(error);
         break;
@@ -60,13 +50,6 @@ void Chouha_frm::runCommand()
         showGrid(report_->grid());
         break;
     }
-}
-
-void Chouha_frm::boxLeft(QLineEdit* box)
-{
-    const QList<QLineEdit*> b = ebox();
-    if (box == b[eStartDay]) showWeekday(b[eStartYear], b[eStartMonth], b[eStartDay], weekdays_);
-    else if (box == b[eEndDay]) showWeekday(b[eEndYear], b[eEndMonth], b[eEndDay], weekdaye_);
 }
 
 bool Chouha_frm::haveRows()

@@ -21,7 +21,6 @@ protected:
     void clearForm() override;
     void printReport() override;
     void exportSheet() override;
-    void boxLeft(QLineEdit* box) override;
 
 private:
     bool haveRows();

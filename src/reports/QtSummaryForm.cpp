@@ -71,6 +71,7 @@ QLabel* SummaryForm::addLabel(QHBoxLayout* row, const QString& text, int minChar
 
 void SummaryForm::addDateBoxes(QHBoxLayout* row, const QStringList& captions, QLabel** weekday)
 {
+    const int year = int(ebox_.size());
     addBox(row, 4);
     addLabel(row, captions.value(0));
     addBox(row, 2);
@@ -78,6 +79,32 @@ void SummaryForm::addDateBoxes(QHBoxLayout* row, const QStringList& captions, QL
     addBox(row, 2);
     addLabel(row, captions.value(2));
     *weekday = addLabel(row, QString(), 5);
+    dates_ << DateGroup{year, *weekday};
+}
+
+QDate SummaryForm::dateOf(int group) const
+{
+    const DateGroup& g = dates_[group];
+    return BoxesToDate(ebox_[g.year]->text(), ebox_[g.year + 1]->text(), ebox_[g.year + 2]->text());
+}
+
+void SummaryForm::setDates(const QDate& date)
+{
+    const DateBoxes b = DateToBoxes(date);
+    for (const DateGroup& g : dates_) {
+        ebox_[g.year]->setText(b.year.trimmed());
+        ebox_[g.year + 1]->setText(b.month.trimmed());
+        ebox_[g.year + 2]->setText(b.day.trimmed());
+        g.weekday->setText(b.weekday);
+    }
+}
+
+void SummaryForm::leave(QLineEdit* box)
+{
+    const int index = int(ebox_.indexOf(box));
+    for (int g = 0; g < dates_.size(); ++g)
+        if (index == dates_[g].year + 2) dates_[g].weekday->setText(WeekdayText(dateOf(g)));
+    boxLeft(box);
 }
 
 QComboBox* SummaryForm::addList(QHBoxLayout* row, const QStringList& entries)
@@ -129,12 +156,6 @@ void SummaryForm::focusField(int index)
     if (auto* box = qobject_cast<QLineEdit*>(order_[index])) box->selectAll();
 }
 
-double SummaryForm::screenFactor()
-{
-    const double f = session().ScreenScale.toDouble();
-    return f > 0 ? f : 1.0;
-}
-
 void SummaryForm::showGrid(const SummaryGrid& grid)
 {
     list_->clear();
@@ -150,25 +171,6 @@ void SummaryForm::fitGrid()
     list_->setMinimumWidth(qMin(total, 1220));
 }
 
-QDate SummaryForm::boxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d)
-{
-    return BoxesToDate(y->text(), m->text(), d->text());
-}
-
-void SummaryForm::setBoxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d, QLabel* weekday, const QDate& date)
-{
-    const DateBoxes b = DateToBoxes(date);
-    y->setText(b.year.trimmed());
-    m->setText(b.month.trimmed());
-    d->setText(b.day.trimmed());
-    if (weekday) weekday->setText(b.weekday);
-}
-
-void SummaryForm::showWeekday(QLineEdit* y, QLineEdit* m, QLineEdit* d, QLabel* weekday)
-{
-    weekday->setText(WeekdayText(boxesDate(y, m, d)));
-}
-
 void SummaryForm::next(int index)
 {
     if (index + 1 < order_.size()) {
@@ -176,7 +178,7 @@ void SummaryForm::next(int index)
         return;
     }
     // The last field: what it holds counts before the command runs.
-    if (auto* box = qobject_cast<QLineEdit*>(order_[index])) boxLeft(box);
+    if (auto* box = qobject_cast<QLineEdit*>(order_[index])) leave(box);
     runCommand();
 }
 
@@ -208,7 +210,7 @@ bool SummaryForm::fieldKey(int index, QKeyEvent* e)
         return true;
     case Qt::Key_F9:
     case Qt::Key_F10:
-        if (auto* box = qobject_cast<QLineEdit*>(order_[index])) boxLeft(box);
+        if (auto* box = qobject_cast<QLineEdit*>(order_[index])) leave(box);
         if (e->key() == Qt::Key_F9) printReport();
         else exportSheet();
         // The preview and the messages have no owner: the keyboard comes back to this field.
@@ -238,7 +240,7 @@ bool SummaryForm::eventFilter(QObject* watched, QEvent* event)
         // A message or the lookup taking the focus is not leaving the field.
         const Qt::FocusReason r = static_cast<QFocusEvent*>(event)->reason();
         if (auto* box = qobject_cast<QLineEdit*>(watched); box && r != Qt::ActiveWindowFocusReason && r != Qt::PopupFocusReason)
-            boxLeft(box);
+            leave(box);
     }
     return QWidget::eventFilter(watched, event);
 }

@@ -35,8 +35,12 @@ protected:
     QHBoxLayout* newRow();
     QLineEdit* addBox(QHBoxLayout* row, int maxLength);
     QLabel* addLabel(QHBoxLayout* row, const QString& text, int minChars = 0);
-    // Year, month and day boxes with their captions and the weekday after them.
+    // Year, month and day boxes with their captions and the weekday after them; leaving the
+    // day box shows the weekday.
     void addDateBoxes(QHBoxLayout* row, const QStringList& captions, QLabel** weekday);
+    // The date of the n-th group of date boxes (from 0), and every group set to one date.
+    QDate dateOf(int group) const;
+    void setDates(const QDate& date);
     QComboBox* addList(QHBoxLayout* row, const QStringList& entries);
     void finish(const QString& command, const QStringList& messageLines);
 
@@ -60,19 +64,20 @@ protected:
     void showGrid(const SummaryGrid& grid);
     // Widens the grid to show all its columns where the display allows it.
     void fitGrid();
-    // Dates of three boxes, and back; the weekday label follows.
-    static QDate boxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d);
-    static void setBoxesDate(QLineEdit* y, QLineEdit* m, QLineEdit* d, QLabel* weekday, const QDate& date);
-    static void showWeekday(QLineEdit* y, QLineEdit* m, QLineEdit* d, QLabel* weekday);
-    static double screenFactor();
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void showEvent(QShowEvent* event) override;
 
 private:
+    struct DateGroup {
+        int year = 0;   // index of the year box; month and day follow
+        QLabel* weekday = nullptr;
+    };
     bool fieldKey(int index, class QKeyEvent* e);
     void next(int index);
+    void leave(QLineEdit* box);
 
+    QList<DateGroup> dates_;
     QVBoxLayout* body_ = nullptr;
     QLabel* title_ = nullptr;
     QLabel* message_ = nullptr;

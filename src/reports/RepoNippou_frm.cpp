@@ -14,7 +14,7 @@
 #include "shell/Session.h"
 
 namespace {
-enum Box { eStartYear, eStartMonth, eStartDay, eEndYear, eEndMonth, eEndDay, ePartner };
+constexpr int ePartner = 6;   // after the two dates
 }
 
 RepoNippou_frm::RepoNippou_frm()
@@ -47,11 +47,8 @@ RepoNippou_frm::~RepoNippou_frm() = default;
 
 void RepoNippou_frm::clearForm()
 {
-    const QList<QLineEdit*> b = ebox();
-    const QDate today = QDate::currentDate();
-    setBoxesDate(b[eStartYear], b[eStartMonth], b[eStartDay], weekDayS_, today);
-    setBoxesDate(b[eEndYear], b[eEndMonth], b[eEndDay], weekDayE_, today);
-    b[ePartner]->clear();
+    setDates(QDate::currentDate());
+    ebox()[ePartner]->clear();
     sTorNamae_->clear();
     RepoNippou::setUp(*grd_);
     fitGrid();
@@ -60,11 +57,8 @@ void RepoNippou_frm::clearForm()
 
 void RepoNippou_frm::runCommand()
 {
-    const QList<QLineEdit*> b = ebox();
-    const QDate from = boxesDate(b[eStartYear], b[eStartMonth], b[eStartDay]);
-    const QDate to = boxesDate(b[eEndYear], b[eEndMonth], b[eEndDay]);
     QString error;
-    if (!report_->load(from, to, CodeNumber(b[ePartner]->text()), &error)) {
+    if (!report_->load(dateOf(0), dateOf(1), CodeNumber(ebox()[ePartner]->text()), &error)) {
         Tell(error);
         return;
     }
@@ -88,13 +82,9 @@ bool RepoNippou_frm::lookup(QLineEdit* box)
 
 void RepoNippou_frm::boxLeft(QLineEdit* box)
 {
-    const QList<QLineEdit*> b = ebox();
-    if (box == b[eStartDay]) showWeekday(b[eStartYear], b[eStartMonth], b[eStartDay], weekDayS_);
-    else if (box == b[eEndDay]) showWeekday(b[eEndYear], b[eEndMonth], b[eEndDay], weekDayE_);
-    else if (box == b[ePartner]) {
-        const qint64 code = CodeNumber(box->text());
-        sTorNamae_->setText(code == 0 ? QString() : CodeName(report_->partnerTable(), code));
-    }
+    if (box != ebox()[ePartner]) return;
+    const qint64 code = CodeNumber(box->text());
+    sTorNamae_->setText(code == 0 ? QString() : CodeName(report_->partnerTable(), code));
 }
 
 void RepoNippou_frm::printReport()

@@ -28,11 +28,7 @@ protected:
     }
     void TearDown() override { delete w.data(); }
 
-    QString cell(int row, int col) const
-    {
-        const QTableWidgetItem* i = w->List()->item(row, col);
-        return i ? i->text().trimmed() : QString();
-    }
+    QString cell(int row, int col) const { return gridCell(w->List(), row, col); }
 };
 
 } // namespace

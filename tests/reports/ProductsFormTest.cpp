@@ -21,11 +21,7 @@ struct NippouForm {
         EXPECT_TRUE(showActive(w));
     }
     ~NippouForm() { delete w.data(); }
-    QString cell(int row, int col) const
-    {
-        const QTableWidgetItem* i = w->List()->item(row, col);
-        return i ? i->text().trimmed() : QString();
-    }
+    QString cell(int row, int col) const { return gridCell(w->List(), row, col); }
     QStringList boxes() const
     {
         QStringList out;

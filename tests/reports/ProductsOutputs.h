@@ -2,6 +2,7 @@
 // F9 and F10 from a summary screen without a printer or a spreadsheet program: the preview's
 // pages are kept and closed as a clerk closes them, and the sheet written is noted.
 #include <QImage>
+#include <QTableWidget>
 #include <QTest>
 #include <QTimer>
 #include <QWidget>
@@ -34,3 +35,10 @@ struct ClerkOutputs {
         session().PreviewMode = false;
     }
 };
+
+// A data cell of a screen's grid as the clerk reads it.
+inline QString gridCell(const QTableWidget* list, int row, int col)
+{
+    const QTableWidgetItem* i = list->item(row, col);
+    return i ? i->text().trimmed() : QString();
+}
