@@ -4,10 +4,13 @@
 // Usage: bench_summaries [DIR] — DIR is a demo company (made there with 200000 slips when it
 // holds none; default /tmp/velmora-bench-summaries).
 #include <cstdio>
-#include <QCoreApplication>
+#include <functional>
+#include <QGuiApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include "pageout/Grd.h"
+#include "pageout/QtPageOutputs.h"
+#include "reports/RepoGeppouCopy.h"
 #include "reports/Chouha.h"
 #include "reports/RepoGeppou.h"
 #include "reports/RepoNippou.h"
@@ -53,6 +56,26 @@ bool openCompany()
     return true;
 }
 
+// The same documents to a PDF file, as `velmora print ... --pdf` makes them.
+double toPdf(const QString& file, const std::function<bool()>& draw, int* pages)
+{
+    QElapsedTimer t;
+    t.start();
+    std::unique_ptr<PageOutput> out = makePdfOutput(file);
+    *pages = 0;
+    if (!out) return -1;
+    ScopedPageOutput scope(out.get());
+    if (!draw()) return -1;
+    *pages = out->pages();
+    QString error;
+    return out->finish(&error) ? t.elapsed() / 1000.0 : -1;
+}
+
+void reportPdf(const char* what, double seconds, int pages)
+{
+    std::printf("  %-34s %7.3f s   %d pages\n", what, seconds, pages);
+}
+
 void report(const char* what, double seconds, double scan, qlonglong rows)
 {
     std::printf("  %-34s %7.3f s   plain scan %7.3f s   ratio %5.1f   %lld rows\n", what, seconds, scan,
@@ -63,7 +86,9 @@ void report(const char* what, double seconds, double scan, qlonglong rows)
 
 int main(int argc, char** argv)
 {
-    QCoreApplication app(argc, argv);
+    // Fonts for the PDF, without a display.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    QGuiApplication app(argc, argv);
     const QString dir = argc > 1 ? QString::fromLocal8Bit(argv[1]) : QStringLiteral("/tmp/velmora-bench-summaries");
     if (!QFile::exists(dir + QStringLiteral("/MASTER.db"))) {
         DemoOptions opt;
@@ -93,7 +118,7 @@ int main(int argc, char** argv)
     QElapsedTimer t;
 
     // The product summary of the year: the sales by product, into the grid.
-    double scan = plainScan(QStringLiteral("SELECT HinCode, SUM(Suu), SUM(UGaku) FROM Dud "
+    double scan = plainScan(QStringLiteral("SELECT HinCode, SUM(Suu), SUM(UGaku) FROM Dud NOT INDEXED "
                                            "WHERE Hizuke>=? AND Hizuke<=? GROUP BY HinCode"), year);
     t.start();
     RepoNippou nippou(QStringLiteral("Uri"));
@@ -104,9 +129,12 @@ int main(int argc, char** argv)
     RepoNippou::setUp(grd);
     if (!nippou.fill(grd)) return std::fprintf(stderr, "the grid was not filled\n"), 1;
     report("product summary, year", t.elapsed() / 1000.0, scan, cells.rows() - 1);
+    int pages = 0;
+    double pdf = toPdf(QStringLiteral("bench-products.pdf"), [&] { return nippou.print(grd); }, &pages);
+    reportPdf("  its print to PDF", pdf, pages);
 
     // The cut-off list of the year, by customer ranked by sales and by staff member.
-    scan = plainScan(QStringLiteral("SELECT TorCode, Kubun, SUM(UGaku), SUM(SGaku) FROM Dud "
+    scan = plainScan(QStringLiteral("SELECT TorCode, Kubun, SUM(UGaku), SUM(SGaku) FROM Dud NOT INDEXED "
                                     "WHERE Hizuke>=? AND Hizuke<=? AND EigCode=? GROUP BY TorCode, Kubun"),
                      year + QVariantList{s.EigCode});
     for (const char* code : {"URI", "TAN"}) {
@@ -116,6 +144,8 @@ int main(int argc, char** argv)
         const SummaryGrid g = list.grid();
         report(code[0] == 'U' ? "cut-off list by customer, year" : "cut-off list by staff, year", t.elapsed() / 1000.0,
                scan, g.rows.size());
+        pdf = toPdf(QStringLiteral("bench-cutoff.pdf"), [&] { return list.print(); }, &pages);
+        reportPdf("  its print to PDF", pdf, pages);
     }
 
     // The monthly copy of the busiest customer in its busiest month.
@@ -140,6 +170,11 @@ int main(int argc, char** argv)
     std::printf("  (customer %lld, month %d, closing day %d: %lld lines)\n", r.customer, r.month, r.sime,
                 busiest.value(3).toLongLong());
     report("monthly copy, busiest customer", t.elapsed() / 1000.0, scan, days.rows.size());
+    pdf = toPdf(QStringLiteral("bench-monthly.pdf"), [&] {
+        int sheets = 0;
+        return MonthlyCopy::printAll(r, &sheets, &error);
+    }, &pages);
+    reportPdf("  its print to PDF", pdf, pages);
 
     CloseStore();
     return 0;
