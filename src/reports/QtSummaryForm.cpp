@@ -4,7 +4,6 @@
 #include <QFontMetrics>
 #include <QFrame>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -16,7 +15,6 @@
 #include "entry/QtFormBuilder.h"
 #include "pageout/QtGrd.h"
 #include "reports/SummaryGrid.h"
-#include "shell/Session.h"
 
 SummaryForm::SummaryForm(const QString& title)
 {
