@@ -70,14 +70,6 @@ TEST_F(Cutoff, SumsByPartnerKindCostAndMargin)
           {"4", "奈良堂", "3,000", "-3,000", "", "", "", "", "", "0.00"},
           {"3", "京都屋", "", "-2,000", "", "", "-2,000", "-1,200", "-800", "40.00"},
           {"", "合計", "23,000", "-5,000", "-500", "300", "17,800", "12,300", "5,500", ""}}},
-        // Every customer, one without slips at zero.
-        {"URI", 3,
-         {{"1", "東京商事", "10,000", "", "-500", "", "9,500", "6,000", "3,500", "36.84"},
-          {"2", "大阪物産", "10,000", "", "", "300", "10,300", "7,500", "2,800", "27.18"},
-          {"3", "京都屋", "", "-2,000", "", "", "-2,000", "-1,200", "-800", "40.00"},
-          {"4", "奈良堂", "3,000", "-3,000", "", "", "", "", "", "0.00"},
-          {"5", "福岡商会", "", "", "", "", "", "", "", "0.00"},
-          {"", "合計", "23,000", "-5,000", "-500", "300", "17,800", "12,300", "5,500", ""}}},
         {"TAN", 1,
          {{"1", "山田", "13,000", "-3,000", "-500", "", "9,500", "6,000", "3,500", "36.84"},
           {"2", "佐藤", "10,000", "-2,000", "", "300", "8,300", "6,300", "2,000", "24.10"},
@@ -137,29 +129,6 @@ TEST_F(Cutoff, AFailedRunLeavesMeiTAsItWas)
     EXPECT_TRUE(error.startsWith("エラー：")) << qPrintable(error);
     EXPECT_EQ(one("SELECT GROUP_CONCAT(Code) FROM MeiT").toString(), "1,2,3,4");
     EXPECT_TRUE(c.rows().isEmpty());
-}
-
-TEST_F(Cutoff, TextsOfTheThreeCodes)
-{
-    struct Case {
-        const char* code;
-        QString title;
-        QStringList orders;
-        QStringList heads;   // partner, first amount, cost
-    };
-    const QList<Case> cases = {
-        {"URI", "2026年売上明細表", {"ｺｰﾄﾞ順", "売上順", "全ての得意先"}, {"得意先名", "売上", "仕入合計"}},
-        {"KAI", "2026年仕入明細表", {"ｺｰﾄﾞ順", "買上順", "全ての仕入先"}, {"仕入先名", "仕入", "売上合計"}},
-        {"TAN", "2026年担当者別売上", {"ｺｰﾄﾞ順", "売上順", "全ての得意先"}, {"担当者名", "売上", "仕入合計"}},
-    };
-    for (const Case& c : cases) {
-        Chouha ch(QString::fromLatin1(c.code));
-        EXPECT_EQ(ch.title(), c.title);
-        EXPECT_EQ(ch.orderTexts(), c.orders);
-        const QStringList heads = ch.gridHeads();
-        EXPECT_EQ(heads.size(), 10);
-        EXPECT_EQ((QStringList{heads[1], heads[2], heads[7]}), c.heads) << c.code;
-    }
 }
 
 TEST_F(Cutoff, PrintedListWithPageAndRunningTotals)

@@ -139,12 +139,8 @@ TEST_F(Monthly, ADayWhoseLinesCancelShowsZeroNotBlank)
     EXPECT_EQ(grid.cell(1, 1 + 6), "");
 }
 
-TEST_F(Monthly, RequiredFieldsAndPeriods)
+TEST_F(Monthly, PeriodsOfAClosingMonth)
 {
-    EXPECT_EQ(RepoGeppou::checkFields("", "31"), "月度が記入されていません。");
-    EXPECT_EQ(RepoGeppou::checkFields(" ", ""), "月度が記入されていません。");
-    EXPECT_EQ(RepoGeppou::checkFields("4", ""), "締日が記入されていません。");
-    EXPECT_EQ(RepoGeppou::checkFields("4", "31"), "");
     struct Case {
         int month, sime;
         bool ok;

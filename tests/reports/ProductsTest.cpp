@@ -18,7 +18,7 @@ QStringList trimmed(const QStringList& cells)
 }
 
 // The grid filled in memory, as the print command fills it: rows 1.. as text rows.
-QList<QStringList> gridRows(RepoNippou& r, MemoryGridCells* keep = nullptr)
+QList<QStringList> gridRows(RepoNippou& r)
 {
     MemoryGridCells cells([](const QString&, double points, const QString& t) { return points * 10 * t.size(); });
     Grd grd(&cells);
@@ -30,7 +30,6 @@ QList<QStringList> gridRows(RepoNippou& r, MemoryGridCells* keep = nullptr)
         for (int c = 0; c < cells.cols(); ++c) row << cells.text(i, c);
         rows << row;
     }
-    if (keep) *keep = cells;
     return rows;
 }
 
@@ -91,21 +90,6 @@ TEST_F(Products, SumsTheRangeByProductWithMeanPriceAndTotal)
     }
 }
 
-TEST_F(Products, GridCellsStandAtTheWidthOfTheirPicture)
-{
-    RepoNippou r(QStringLiteral("Uri"));
-    ASSERT_TRUE(r.load(QDate(2026, 4, 1), QDate(2026, 4, 30), 0, nullptr));
-    MemoryGridCells cells([](const QString&, double points, const QString& t) { return points * 10 * t.size(); });
-    gridRows(r, &cells);
-    EXPECT_EQ(cells.text(0, 0), "コード");
-    EXPECT_EQ(cells.text(0, 4), "金額");
-    EXPECT_EQ(cells.text(1, 2), "       15");      // "#,###,###"
-    EXPECT_EQ(cells.text(1, 3), "      113.3");    // "#,###,##0.0"
-    EXPECT_EQ(cells.text(1, 4), "    1,700");
-    EXPECT_EQ(cells.columnAlignment(1), 1);
-    EXPECT_EQ(cells.columnAlignment(3), 7);
-}
-
 TEST_F(Products, ADayRangeAndItsBoundaries)
 {
     struct Case {
@@ -124,17 +108,6 @@ TEST_F(Products, ADayRangeAndItsBoundaries)
         ASSERT_TRUE(r.load(c.from, c.to, 0, nullptr));
         EXPECT_EQ(r.count(), c.rows) << qPrintable(c.from.toString() + " " + c.to.toString());
     }
-}
-
-TEST_F(Products, PeriodAndModeTexts)
-{
-    RepoNippou uri(QStringLiteral("Uri")), kai(QStringLiteral("Kai"));
-    EXPECT_EQ(uri.title(), "商品別売上集計");
-    EXPECT_EQ(uri.partnerLabel(), "得意先");
-    EXPECT_EQ(kai.title(), "商品別仕入集計");
-    EXPECT_EQ(kai.partnerLabel(), "仕入先");
-    ASSERT_TRUE(uri.load(QDate(2026, 4, 1), QDate(2026, 4, 30), 0, nullptr));
-    EXPECT_EQ(uri.period(), "2026/04/01より2026/04/30まで");
 }
 
 TEST_F(Products, PrintedOnFanfoldPaperWithTitleAndPeriod)
