@@ -1,4 +1,5 @@
 #include "app/PrintReports.h"
+#include "app/PrintInvoices.h"
 #include "app/PrintSummaries.h"
 #include <QGuiApplication>
 #include "ledgers/LedgerCommands.h"
@@ -7,6 +8,7 @@
 void registerPrintReports()
 {
     registerVtmlPrintReport();
+    registerInvoicePrints();
     registerSummaryPrints();
 }
 

@@ -2,6 +2,8 @@
 #include "entry/Help_frm.h"
 #include "ledgers/AfterWork_frm.h"
 #include "ledgers/TipsMenu_frm.h"
+#include "ledgers/NenjiKosin_frm.h"
+#include "store/Backup_frm.h"
 #include "masters/ms_frm.h"
 #include "masters/Tan_frm.h"
 #include "masters/Deal_frm.h"
@@ -20,6 +22,7 @@
 #include "slips/Slip_frm.h"
 #include "slips/SlipSelect_frm.h"
 #include "slips/SlipList_frm.h"
+#include "reports/Seikyu_frm.h"
 #include "reports/RepoNippou_frm.h"
 #include "reports/RepoGeppou_frm.h"
 #include "reports/Chouha_frm.h"
@@ -48,9 +51,12 @@ void registerAllScreens()
     registerScreen("SysFunc_frm", [] { return new SysFunc_frm; });
     registerScreen("Opt_frm", [] { return new Opt_frm; });
     registerScreen("Nendo_frm", [] { return new Nendo_frm; });
+    registerScreen("NenjiKosin_frm", [] { return new NenjiKosin_frm; });
+    registerScreen("Backup_frm", [] { return new Backup_frm; });
     registerScreen("myHistory_frm", [] { return new myHistory_frm; });
     registerScreen("Slip_frm", [] { return new Slip_frm; });
     registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
+    registerScreen("Seikyu_frm", [] { return new Seikyu_frm; });
     Slip_frm::setSlipListPicker(&SlipList_frm::pick);
     registerScreen("RepoNippou_frm", [] { return new RepoNippou_frm; });
     registerScreen("RepoGeppou_frm", [] { return new RepoGeppou_frm; });
