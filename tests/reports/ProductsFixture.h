@@ -23,7 +23,7 @@ struct Ln {
 };
 
 // Readable failures.
-inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+static inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
 
 inline QVariant yenOf(double yen) { return Money::fromDouble(yen).toStore(); }
 
