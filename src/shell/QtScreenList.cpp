@@ -26,6 +26,9 @@
 #include "slips/CasherList_frm.h"
 #include "slips/SlipDno_frm.h"
 #include "reports/Seikyu_frm.h"
+#include "reports/RepoNippou_frm.h"
+#include "reports/RepoGeppou_frm.h"
+#include "reports/Chouha_frm.h"
 
 // Each screen adds one line here: registerScreen("Name_frm", [] { return new Name_frm; });
 void registerAllScreens()
@@ -62,4 +65,7 @@ void registerAllScreens()
     Cashier_frm::setCashListPicker(&CasherList_frm::pick);
     registerScreen("SlipDno_frm", [] { return new SlipDno_frm; });
     registerOpeningCheck("SlipDno_frm", &SlipDno_frm::mayOpen);
+    registerScreen("RepoNippou_frm", [] { return new RepoNippou_frm; });
+    registerScreen("RepoGeppou_frm", [] { return new RepoGeppou_frm; });
+    registerScreen("Chouha_frm", [] { return new Chouha_frm; });
 }
