@@ -48,36 +48,30 @@ void fixPdfFile(const QString& path)
 }
 
 // The pages of a paged device. A document's pages are held until it has come to its end
-// whole, and the run's pages until the output is finished: a document that stops leaves none
-// of its pages, a run that fails prints nothing.
+// whole, so a document that stops leaves none of them. A printer also holds the run's pages
+// until finish(), as a job cannot be called back: a run that fails prints nothing. A PDF,
+// made in memory and dropped whole with an abandoned run, takes each whole document at once.
 class PagedSurface : public QtPageSurface {
 public:
-    PagedSurface(QPagedPaintDevice* device, bool ownPaper) : device_(device), ownPaper_(ownPaper) {}
+    PagedSurface(QPagedPaintDevice* device, bool ownPaper, bool holdRun)
+        : device_(device), ownPaper_(ownPaper), holdRun_(holdRun)
+    {
+    }
     bool hasOwnPaper() const override { return ownPaper_; }
-    void endDocument() override { whole_ = held_.size(); }
+    void endDocument() override
+    {
+        whole_ = held_.size();
+        if (!holdRun_) ok_ = put() && ok_;
+    }
     void discardPage() override
     {
         QtPageSurface::discardPage();
         held_.resize(whole_);
     }
-    int pages() const { return int(whole_); }
+    int pages() const { return put_ + int(whole_); }
 
-    // Puts the pages of the whole documents on the device and ends it. False with errorText().
-    bool put()
-    {
-        QPainter painter;
-        for (qsizetype i = 0; i < whole_; ++i) {
-            const PageDrawing& page = held_[i];
-            // A printer keeps the paper of its dialog unless the document gave the page's size.
-            if (!ownPaper_ || page.sized) device_->setPageLayout(layoutFor(page.size));
-            if (i == 0 ? !painter.begin(device_) : !device_->newPage()) return fail();
-            painter.resetTransform();
-            painter.scale(device_->logicalDpiX() / kTwipsPerInch, device_->logicalDpiY() / kTwipsPerInch);
-            page.paint(painter);
-        }
-        if (painter.isActive() && !painter.end()) return fail();
-        return true;
-    }
+    // The last pages on the device, and the device ended. False with errorText().
+    bool finish() { return put() && ok_ && (!painter_.isActive() || painter_.end() || fail()); }
 
 protected:
     bool emitPage(const PageDrawing& page) override
@@ -87,15 +81,36 @@ protected:
     }
 
 private:
+    // Puts the pages of the whole documents on the device.
+    bool put()
+    {
+        for (qsizetype i = 0; i < whole_; ++i) {
+            const PageDrawing& page = held_[i];
+            // A printer keeps the paper of its dialog unless the document gave the page's size.
+            if (!ownPaper_ || page.sized) device_->setPageLayout(layoutFor(page.size));
+            if (!painter_.isActive() ? !painter_.begin(device_) : !device_->newPage()) return fail();
+            painter_.resetTransform();
+            painter_.scale(device_->logicalDpiX() / kTwipsPerInch, device_->logicalDpiY() / kTwipsPerInch);
+            page.paint(painter_);
+            ++put_;
+        }
+        held_.remove(0, whole_);
+        whole_ = 0;
+        return true;
+    }
     bool fail()
     {
         error_ = QStringLiteral("エラー：ページを出力できませんでした。");
         return false;
     }
     QPagedPaintDevice* device_;
+    QPainter painter_;
     bool ownPaper_;
+    bool holdRun_;
     QList<PageDrawing> held_;
     qsizetype whole_ = 0;
+    int put_ = 0;
+    bool ok_ = true;
 };
 
 class PdfOutput : public PageOutput {
@@ -115,7 +130,7 @@ public:
         writer_->setResolution(int(kTwipsPerInch));
         writer_->setCreator(QStringLiteral("Velmora"));
         writer_->setTitle(QFileInfo(path_).completeBaseName());
-        surface_ = std::make_unique<PagedSurface>(writer_.get(), false);
+        surface_ = std::make_unique<PagedSurface>(writer_.get(), false, false);
         return true;
     }
     PageSurface* surface() override { return surface_.get(); }
@@ -129,7 +144,7 @@ public:
             return false;
         }
         pages_ = pages();
-        const bool put = surface_->put();
+        const bool put = surface_->finish();
         const QString why = surface_->errorText();
         surface_.reset();
         writer_.reset();
@@ -178,12 +193,12 @@ class PrinterOutput : public PageOutput {
 public:
     explicit PrinterOutput(std::unique_ptr<QPrinter> printer) : owned_(std::move(printer)), printer_(owned_.get())
     {
-        surface_ = std::make_unique<PagedSurface>(printer_, true);
+        surface_ = std::make_unique<PagedSurface>(printer_, true, true);
     }
     explicit PrinterOutput(QPrinter& printer) : printer_(&printer)
     {
         printer_->setFullPage(true);
-        surface_ = std::make_unique<PagedSurface>(printer_, true);
+        surface_ = std::make_unique<PagedSurface>(printer_, true, true);
     }
     ~PrinterOutput() override { abandon(); }
     PageSurface* surface() override { return surface_.get(); }
@@ -193,7 +208,7 @@ public:
         if (!surface_) return true;
         pages_ = surface_->pages();
         // The job goes out when the painter ends: the last page with it.
-        const bool put = surface_->put();
+        const bool put = surface_->finish();
         surface_.reset();
         if (!put || printer_->printerState() == QPrinter::Error) {
             if (error) *error = QStringLiteral("エラー：印刷できませんでした。プリンタを確かめてください。");
