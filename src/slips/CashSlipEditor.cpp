@@ -194,6 +194,11 @@ void CashSlipEditor::fillPayingDestinations()
 
 bool CashSlipEditor::checkCashPeriod()
 {
+    // The partner now in the list, which can change (Page Up, Page Down) without being left.
+    if (head.Partner) {
+        const short own = PartnerSime(deposit() ? QStringLiteral("TOR") : QStringLiteral("SIR"), long(*head.Partner));
+        if (own > 0) sime = own;
+    }
     const QString g = ::checkPeriod(head.Year, head.Month, head.Day, sime);
     if (g == QLatin1String("RangeOver")) {
         Tell(QStringLiteral("対象年度の範囲内ではありません。"));

@@ -105,7 +105,8 @@ public:
     // billed on their own, the panel.
     void partnerChosen();
     void fillPayingDestinations();
-    // The closing month of the date for the partner; tells the refusal and returns false.
+    // The closing month of the date for the partner on the head, by its closing day as stored
+    // now; tells the refusal and returns false.
     bool checkCashPeriod();
     bool showCashSlip(long dno);
     void showPartnerMonths();

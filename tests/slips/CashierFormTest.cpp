@@ -383,3 +383,27 @@ TEST_F(CashierFormTest, ThePickListWindowShowsNumberAndDate)
         EXPECT_EQ(f.answer(), answer);
     }
 }
+
+TEST_F(CashierFormTest, APartnerChangedInItsListThenF10TakesThatPartnersClosingDay)
+{
+    // 京都屋 closes at the month's end, 大阪物産 (above it in the list) on the 20th: the 25th of
+    // May is May's for the one and June's for the other.
+    open();
+    enter("");
+    enter("2026");
+    enter("5");
+    enter("25");
+    press(Qt::Key_Return);
+    pick(3);
+    for (int i = 0; i < 3; ++i) press(Qt::Key_Return);
+    typeRow(1, "", "1000");
+    form->cell(Cashier_frm::dKubun, 0)->setFocus();
+    for (int i = 0; i < 4; ++i) press(Qt::Key_Up);
+    ASSERT_EQ(focused(), form->list(Cashier_frm::PartnerList));
+    press(Qt::Key_PageUp);
+    ASSERT_EQ(text(form->list(Cashier_frm::PartnerList)), "大阪物産");
+    press(Qt::Key_F10);
+    EXPECT_EQ(slipOne("SELECT TorCode || ':' || Getudo FROM Dny WHERE Dno=1").toString(), "2:6");
+    EXPECT_EQ(tto(2, 0, 6, "Genkin"), 1000);
+    EXPECT_EQ(tto(2, 0, 5, "Genkin"), 0);
+}
