@@ -122,16 +122,17 @@ int main(int argc, char** argv)
     timeEach("Register, amendment to another month", n, [&](int i) { Register(eds[i], eds[i].mode); });
     timeEach("the partner's twelve months", n, [&](int i) { eds[i].showPartnerMonths(); });
     timeEach("reverseCashSlip, deletion", n, [&](int i) { reverseCashSlip(eds[i]); });
-    const QSqlDatabase db = session().MasterDb;
+    // No handle of the connection is kept here: the store closes it at the end.
+    auto db = [] { return session().MasterDb; };
     // The same saves once more with the files not synced at commit: what is left is our own work.
-    execSql(db, "PRAGMA main.synchronous=OFF");
-    execSql(db, "PRAGMA slip.synchronous=OFF");
+    execSql(db(), "PRAGMA main.synchronous=OFF");
+    execSql(db(), "PRAGMA slip.synchronous=OFF");
     for (int i = 0; i < n; ++i) fill(eds[i], n + i + 1, i % kCustomers + 1, 4 + i % 9);
     timeEach("Register, new deposit, no sync at commit", n, [&](int i) { Register(eds[i], eds[i].mode); });
     timeEach("reverseCashSlip, no sync at commit", n, [&](int i) { reverseCashSlip(eds[i]); });
     std::printf("  left: %lld rows, NTotal %lld (both 0 when every posting was taken back), %d failures\n",
-                scalar(db, "SELECT count(*) FROM Dny").toLongLong(),
-                scalar(db, "SELECT IFNULL(SUM(NTotal), 0) FROM TtoD").toLongLong() / 10000, quiet.failures);
+                scalar(db(), "SELECT count(*) FROM Dny").toLongLong(),
+                scalar(db(), "SELECT IFNULL(SUM(NTotal), 0) FROM TtoD").toLongLong() / 10000, quiet.failures);
     setDialogs(nullptr);
     eds.clear();
     CloseStore();
