@@ -1,4 +1,5 @@
 #include "ledgers/YearEnd.h"
+#include <unistd.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -40,7 +41,9 @@ bool writeWhole(const QString& path, const QByteArray& text, QString* error)
 {
     const QString temp = path + QStringLiteral(".new");
     QFile f(temp);
-    const bool ok = f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(text) == text.size() && f.flush();
+    // On the disk before the name points at it: a power cut must not leave an empty NENDO.
+    const bool ok = f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(text) == text.size() && f.flush()
+                    && ::fsync(f.handle()) == 0;
     f.close();
     if (ok && putInPlace(temp, path, error)) return true;
     QFile::remove(temp);
