@@ -1,5 +1,6 @@
 #include "app/PrintReports.h"
 #include "app/PrintInvoices.h"
+#include "app/PrintSummaries.h"
 #include <QGuiApplication>
 #include "ledgers/LedgerCommands.h"
 #include "pageout/QtPrintCommand.h"
@@ -8,6 +9,7 @@ void registerPrintReports()
 {
     registerVtmlPrintReport();
     registerInvoicePrints();
+    registerSummaryPrints();
 }
 
 namespace {
