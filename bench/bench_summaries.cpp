@@ -135,7 +135,7 @@ int main(int argc, char** argv)
 
     // The cut-off list of the year, by customer ranked by sales and by staff member.
     scan = plainScan(QStringLiteral("SELECT TorCode, Kubun, SUM(UGaku), SUM(SGaku) FROM Dud NOT INDEXED "
-                                    "WHERE Hizuke>=? AND Hizuke<=? AND EigCode=? GROUP BY TorCode, Kubun"),
+                                    "WHERE Hizuke>=? AND Hizuke<=? AND EigCode=? AND Dno>0 GROUP BY TorCode, Kubun"),
                      year + QVariantList{s.EigCode});
     for (const char* code : {"URI", "TAN"}) {
         t.restart();

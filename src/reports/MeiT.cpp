@@ -9,20 +9,24 @@
 namespace {
 
 // The sums by partner and line kind. The table and partner names are the code's own words.
+// A posted slip that was amended or deleted waits as its negative image (sales negated, cost
+// not) until the next ledger run; the list shows the slips as they stand, so it leaves the
+// image out.
 QString sumsStatement(const QString& code)
 {
     if (code == QLatin1String("KAI"))
         return QStringLiteral("SELECT Sir.Code, Sir.Namae AS aNamae, Dsd.Kubun, SUM(Dsd.UGaku) AS tUGaku, "
                               "SUM(Dsd.SGaku) AS tSGaku FROM Dsd INNER JOIN Sir ON Dsd.SirCode=Sir.Code "
-                              "WHERE Hizuke>=? AND Hizuke<=? AND EigCode=? GROUP BY Sir.Code,Dsd.Kubun");
+                              "WHERE Hizuke>=? AND Hizuke<=? AND EigCode=? AND Dsd.Dno>0 GROUP BY Sir.Code,Dsd.Kubun");
     if (code == QLatin1String("TAN"))
         return QStringLiteral("SELECT Dur.TanCode AS Code, Tan.Namae AS aNamae, Dud.Kubun, SUM(Dud.UGaku) AS tUGaku, "
                               "SUM(Dud.SGaku) AS tSGaku FROM (Dud INNER JOIN Dur ON (Dud.EigCode=Dur.EigCode) "
                               "AND (Dud.Dno=Dur.Dno)) INNER JOIN Tan ON Dur.TanCode=Tan.Code "
-                              "WHERE Dur.Hizuke>=? AND Dur.Hizuke<=? AND Dur.EigCode=? GROUP BY Dur.TanCode,Dud.Kubun");
+                              "WHERE Dur.Hizuke>=? AND Dur.Hizuke<=? AND Dur.EigCode=? AND Dud.Dno>0 "
+                              "GROUP BY Dur.TanCode,Dud.Kubun");
     return QStringLiteral("SELECT Tor.Code, Tor.Namae AS aNamae, Dud.Kubun, SUM(Dud.UGaku) AS tUGaku, "
                           "SUM(Dud.SGaku) AS tSGaku FROM Dud INNER JOIN Tor ON Dud.TorCode=Tor.Code "
-                          "WHERE Hizuke>=? AND Hizuke<=? AND EigCode=? GROUP BY Tor.Code,Dud.Kubun");
+                          "WHERE Hizuke>=? AND Hizuke<=? AND EigCode=? AND Dud.Dno>0 GROUP BY Tor.Code,Dud.Kubun");
 }
 
 MeiTRow rowOf(const Query& q)

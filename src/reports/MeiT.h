@@ -29,7 +29,7 @@ struct MeiTRequest {
 };
 
 // The run: empties MeiT, with order 3 puts in every customer at zero (from Tor, whatever the
-// code), adds the sums of the range by partner and line kind, and reads the table back in
+// code), adds the sums of the range's live slips by partner and line kind, and reads it back in
 // the order asked. NoSlips when the range has no lines; Failed with *error, and MeiT as it
 // was, when the store failed.
 MeiTResult FillMeiT(const MeiTRequest& r, QList<MeiTRow>* rows, QString* error);

@@ -127,9 +127,9 @@ void RepoGeppou_frm::printReport()
     if (!out) return;
     QString error;
     int sheets = 0;
-    const bool done = printTo(*out, [&] { return MonthlyCopy::printAll(r, &sheets, &error); });
+    // A customer without sales in the month simply gets no sheet, without a word.
+    printTo(*out, [&] { return MonthlyCopy::printAll(r, &sheets, &error); });
     if (!error.isEmpty()) Tell(error);
-    else if (done && sheets == 0) Tell(QStringLiteral("対象がありません。"));
 }
 
 void RepoGeppou_frm::exportSheet()

@@ -21,6 +21,8 @@ RepoNippou_frm::RepoNippou_frm()
     : SummaryForm(RepoNippou(session().MenuKey).title()), report_(std::make_unique<RepoNippou>(session().MenuKey))
 {
     setObjectName(QStringLiteral("RepoNippou_frm"));
+    // One window for both modes; the title inside says which.
+    setWindowTitle(QStringLiteral("商品別集計"));
     QHBoxLayout* start = newRow();
     addLabel(start, QStringLiteral("日付"), 6);
     addDateBoxes(start, {QStringLiteral("年"), QStringLiteral("月"), QStringLiteral("日")}, &weekDayS_);

@@ -96,6 +96,41 @@ TEST_F(Cutoff, SumsByPartnerKindCostAndMargin)
     }
 }
 
+TEST_F(Cutoff, AnAmendedPostedSlipCountsAsItStandsNotItsCancelledImage)
+{
+    // Sales slip 1 (customer 1, staff 1) amended after a ledger run: 10 at 1,000 with a
+    // discount became 8 at 1,000 on the 2nd. Purchase slip 1 went from 100 to 60 at 50.
+    cancelPosted("Dur", "Dud", 1);
+    sale(1, QDate(2026, 4, 2), 1, {{kHin, "商品", 8, 1000, 0, 600}}, 0, 1);
+    cancelPosted("Dsr", "Dsd", 1);
+    purchase(1, QDate(2026, 4, 10), 1, {{kHin, "商品", 60, 50}});
+    struct Case {
+        const char* code;
+        int row;                // the amended partner's row, from 0
+        QStringList partner;    // its trimmed cells
+        QStringList total;      // the "合計" row
+    };
+    const QList<Case> cases = {
+        {"URI", 0,
+         {"1", "東京商事", "8,000", "", "", "", "8,000", "4,800", "3,200", "40.00"},
+         {"", "合計", "21,000", "-5,000", "", "300", "16,300", "11,100", "5,200", ""}},
+        {"TAN", 0,
+         {"1", "山田", "11,000", "-3,000", "", "", "8,000", "4,800", "3,200", "40.00"},
+         {"", "合計", "21,000", "-5,000", "", "300", "16,300", "11,100", "5,200", ""}},
+        {"KAI", 0,
+         {"1", "丸井商店", "3,000", "", "", "", "3,000", "", "3,000", "100.00"},
+         {"", "合計", "5,000", "", "", "", "5,000", "", "5,000", ""}},
+    };
+    for (const Case& c : cases) {
+        const SummaryGrid g = runList(QString::fromLatin1(c.code), 1);
+        ASSERT_GE(g.rows.size(), 2) << c.code;
+        EXPECT_EQ(trimmed(g.rows[c.row]), c.partner) << c.code;
+        EXPECT_EQ(trimmed(g.rows.last()), c.total) << c.code;
+    }
+    // The 1st now holds only the image (and another office's slip): nothing to list.
+    runList("URI", 1, MeiTResult::NoSlips, QDate(2026, 4, 1));
+}
+
 TEST_F(Cutoff, MeiTHoldsTheRunAfterwards)
 {
     runList("URI", 3);

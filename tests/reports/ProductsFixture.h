@@ -82,6 +82,16 @@ protected:
             {dno, eig, date.toString(Qt::ISODate), sir});
         writeLines("Dsd", "SirCode", dno, date, sir, lines, eig);
     }
+    // A posted slip cancelled as the slip screen cancels it: head and lines turn negative and
+    // wait for the next ledger run, the four amounts negated, the cost keeping its sign.
+    static void cancelPosted(const QString& head, const QString& line, int dno, int eig = 1)
+    {
+        run(QStringLiteral("UPDATE %1 SET Dno=Dno*-1 WHERE Dno=? AND EigCode=?").arg(head), {dno, eig});
+        run(QStringLiteral("UPDATE %1 SET Dno=Dno*-1,ThiFlag=-1,Suu=Suu*-1,UTanka=UTanka*-1,UGaku=UGaku*-1,"
+                           "Zeigaku=Zeigaku*-1 WHERE Dno=? AND EigCode=?")
+                .arg(line),
+            {dno, eig});
+    }
 
 private:
     static void writeLines(const QString& table, const QString& partner, int dno, const QDate& date, qint64 code,

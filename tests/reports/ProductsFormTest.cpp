@@ -54,6 +54,7 @@ QStringList todayBoxes()
 TEST_F(ProductsForm, ClerkTypesARangeAndAPartnerAndTheGridFills)
 {
     NippouForm f("Uri");
+    EXPECT_EQ(f.w->windowTitle(), "商品別集計");
     EXPECT_EQ(f.w->Title()->text(), "商品別売上集計");
     EXPECT_EQ(f.w->partnerCaption()->text(), "得意先");
     EXPECT_EQ(f.boxes(), todayBoxes() + todayBoxes() + QStringList{""});
@@ -101,6 +102,7 @@ TEST_F(ProductsForm, ClerkTypesARangeAndAPartnerAndTheGridFills)
 TEST_F(ProductsForm, NothingInTheRangeSaysSoAndClearsTheForm)
 {
     NippouForm f("Kai");
+    EXPECT_EQ(f.w->windowTitle(), "商品別集計");
     EXPECT_EQ(f.w->Title()->text(), "商品別仕入集計");
     EXPECT_EQ(f.w->partnerCaption()->text(), "仕入先");
     // The start after the end.

@@ -110,6 +110,24 @@ TEST_F(Products, ADayRangeAndItsBoundaries)
     }
 }
 
+TEST_F(Products, ReadsEveryLineOfTheRangeACancelledImageToo)
+{
+    // Slip 1 amended after a ledger run to 4 pens: until the next run its negative image
+    // stands beside the new lines, and this summary, unlike the monthly copy and the cut-off
+    // list, sums them all.
+    cancelPosted("Dur", "Dud", 1);
+    sale(1, QDate(2026, 4, 1), 1, {{QStringLiteral("0000000001001"), "ボールペン", 4, 120}});
+    RepoNippou r(QStringLiteral("Uri"));
+    ASSERT_TRUE(r.load(QDate(2026, 4, 1), QDate(2026, 4, 30), 1, nullptr));
+    const QList<QStringList> rows = gridRows(r);
+    const QList<QStringList> expected = {{"1001", "ボールペン", "-6", "120.0", "-720"},
+                                         {"1002", "ノート", "-4", "250.0", "-1,000"},
+                                         {"1005", "消しゴム", "-4", "80.0", "-320"},
+                                         {"合計", "", "-14", "", "-2,040"}};
+    ASSERT_EQ(rows.size(), expected.size());
+    for (int i = 0; i < rows.size(); ++i) EXPECT_EQ(trimmed(rows[i]), expected[i]) << i;
+}
+
 TEST_F(Products, PrintedOnFanfoldPaperWithTitleAndPeriod)
 {
     VtmlSetToday(QDate(2026, 5, 1));
