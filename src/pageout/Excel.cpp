@@ -10,6 +10,7 @@
 #include <QMap>
 #include <QProcess>
 #include <QTemporaryFile>
+#include <sys/stat.h>
 #include <QTextStream>
 #include "pageout/PageOutput.h"
 #include "pageout/ReportRows.h"
@@ -146,6 +147,11 @@ bool ExcelBook::Impl::write(const QString& path, QString* error) const
         QFile::remove(temp);
         return failed();
     }
+    // The reserved name is private to us; the sheet itself is for every station that may open
+    // the folder, so it takes the permissions any new file of this user gets.
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    ::chmod(tempName.constData(), 0666 & ~mask);
     if (std::rename(tempName.constData(), QFile::encodeName(target).constData()) != 0) {
         QFile::remove(temp);
         return failed();
