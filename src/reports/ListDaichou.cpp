@@ -72,6 +72,21 @@ QVariant yenValue(const QVariant& v) { return v.isNull() ? QVariant() : QVariant
 
 }  // namespace
 
+QString ListDaichou::checkRangeBox(RangeBox box, const QString& text, int* value)
+{
+    const int top = box == RangeBox::Getudo ? 13 : box == RangeBox::Month ? 12 : 31;
+    const QString t = text.trimmed();
+    bool digits = !t.isEmpty() && t.size() <= 2;
+    for (QChar c : t) digits = digits && c >= QLatin1Char('0') && c <= QLatin1Char('9');
+    const int v = digits ? t.toInt() : 0;
+    if (v < 1 || v > top) {
+        if (top == 13) return QStringLiteral("範囲は１から１３です。");
+        return top == 12 ? QStringLiteral("範囲は１から１２です。") : QStringLiteral("範囲は１から３１です。");
+    }
+    *value = v;
+    return {};
+}
+
 bool ListDaichou::Init(const LedgerRange& r)
 {
     range = r;

@@ -25,6 +25,11 @@ class ListDaichou {
 public:
     static constexpr int PageRows = 15;
 
+    // The range screen's boxes: a closing month 1..13, a month 1..12, a day 1..31. "" when the
+    // text passes (its value in *value), else the message.
+    enum class RangeBox { Getudo, Month, Day };
+    static QString checkRangeBox(RangeBox box, const QString& text, int* value);
+
     LedgerRange range;
     QString Title;
     QString TorName;

@@ -20,6 +20,10 @@
 #include "slips/Slip_frm.h"
 #include "slips/SlipSelect_frm.h"
 #include "slips/SlipList_frm.h"
+#include "reports/Daichou_frm.h"
+#include "reports/ListDaichou_frm.h"
+#include "reports/RepoSales_frm.h"
+#include "reports/Zandaka_frm.h"
 
 // Each screen adds one line here: registerScreen("Name_frm", [] { return new Name_frm; });
 void registerAllScreens()
@@ -49,4 +53,8 @@ void registerAllScreens()
     registerScreen("Slip_frm", [] { return new Slip_frm; });
     registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
     Slip_frm::setSlipListPicker(&SlipList_frm::pick);
+    registerScreen("Daichou_frm", [] { return new Daichou_frm; });
+    registerScreen("ListDaichou_frm", [] { return new ListDaichou_frm; });
+    registerScreen("Zandaka_frm", [] { return new Zandaka_frm; });
+    registerScreen("RepoSales_frm", [] { return new RepoSales_frm; });
 }

@@ -1,0 +1,232 @@
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include "entry/FormDriver.h"
+#include "entry/QtBureaucrat.h"
+#include "reports/Daichou_frm.h"
+#include "reports/LedgerReportFixture.h"
+#include "reports/ListDaichou_frm.h"
+#include "shell/QtScreens.h"
+#include "shell/Session.h"
+#include "slips/Slip_frm.h"
+
+namespace {
+
+QString text(QWidget* w)
+{
+    if (auto* l = qobject_cast<QLabel*>(w)) return l->text();
+    if (auto* b = qobject_cast<QLineEdit*>(w)) return b->text();
+    if (auto* c = qobject_cast<QComboBox*>(w)) return c->currentText();
+    return {};
+}
+
+// The deposit screen as the viewer sees it: a form whose first box takes the number.
+class FakeCashier : public QWidget, public BureaucratForm {
+public:
+    explicit FakeCashier(QStringList* log) : entered(*log)
+    {
+        box = new QLineEdit(this);
+        box->installEventFilter(this);
+    }
+    QList<QLineEdit*> ebox() const override { return {box}; }
+    QList<QComboBox*> cbox() const override { return {}; }
+    QLabel* mode() const override { return nullptr; }
+    QLabel* message() const override { return nullptr; }
+    QWidget* RecField() const override { return nullptr; }
+    void Register(const QString&) override {}
+    bool deleteRec() override { return false; }
+    void Unload() override { close(); }
+    bool eventFilter(QObject* o, QEvent* e) override
+    {
+        if (o == box && e->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(e)->key() == Qt::Key_Return)
+            entered << session().MenuKey + ":" + box->text();
+        return false;
+    }
+    QLineEdit* box;
+    QStringList& entered;
+};
+
+}  // namespace
+
+class LedgerScreen : public PartnerReportTest {
+protected:
+    QPointer<Daichou_frm> form;
+    QStringList lookups;
+
+    void SetUp() override
+    {
+        PartnerReportTest::SetUp();
+        registerScreen("ListDaichou_frm", [] { return new ListDaichou_frm; });
+        registerScreen("Slip_frm", [] { return new Slip_frm; });
+        Daichou_frm::setLookup([this](const QString& t, const QString& f1, const QString&) {
+            lookups << t + ":" + f1;
+            return QStringLiteral("3");
+        });
+        Slip_frm::setLookup([](const SlipLookup&) { return QString(); });
+    }
+    void TearDown() override
+    {
+        for (const char* name : {"ListDaichou_frm", "Slip_frm", "Cashier_frm"})
+            if (screenExists(name)) delete screen(name);
+        delete form;
+        flushDeletes();
+        Daichou_frm::setLookup({});
+        Slip_frm::setLookup({});
+        PartnerReportTest::TearDown();
+    }
+    void open(const char* view)
+    {
+        session().MenuKey = view;
+        form = new Daichou_frm;
+        ASSERT_TRUE(showActive(form));
+        ASSERT_EQ(focused(), form->ModeBox());
+    }
+    ListDaichou_frm* viewer() { return qobject_cast<ListDaichou_frm*>(screen("ListDaichou_frm")); }
+    QStringList rowTexts(int row)
+    {
+        QStringList out;
+        for (int c = 0; c < 6; ++c) out << viewer()->cell(row, c)->text();
+        return out;
+    }
+};
+
+TEST_F(LedgerScreen, ClerkTypesACustomerAndAMonthAndReadsTheLedger)
+{
+    open("Tdc");
+    EXPECT_EQ(form->caption(0)->text(), "得意先分類");
+    press(Qt::Key_Return);
+    EXPECT_EQ(text(focused()), "すべて選択");
+    press(Qt::Key_Return);
+    pick(1);
+    EXPECT_EQ(form->cbox(1)->currentText(), "東京商事");
+    EXPECT_EQ(form->cbox(2)->count(), 2);
+    EXPECT_EQ(focused(), form->cbox(2));
+    press(Qt::Key_Return);
+    ASSERT_EQ(focused(), form->eGetudo());
+    enter("14");
+    EXPECT_EQ(dlg.of("Tell"), QStringList{"範囲は１から１３です。"});
+    EXPECT_EQ(focused(), form->eGetudo());
+    enter("5");
+
+    ListDaichou_frm* v = viewer();
+    ASSERT_TRUE(v && v->isVisible());
+    EXPECT_EQ(v->Title()->text(), "2026年度得意先元帳");
+    EXPECT_EQ(v->TorName()->text(), "東京商事");
+    EXPECT_EQ(v->tukiBox()->text(), "5月度");
+    EXPECT_EQ(v->LabelHValue(6)->text(), "13,500");
+    EXPECT_EQ(rowTexts(0), QStringList({"05月22日", "振込", "南支店分", "", "", "2,000"}));
+    EXPECT_EQ(rowTexts(2), QStringList({"", "現金", "5月分", "", "", "3,000"}));
+    EXPECT_EQ(rowTexts(4), QStringList({"", "", "", "", "", ""}));
+    EXPECT_EQ(dlg.of("Tell").size(), 1);
+}
+
+TEST_F(LedgerScreen, DatesModeSupplierViewAndTheLookup)
+{
+    open("Sdc");
+    EXPECT_EQ(form->caption(1)->text(), "仕入先");
+    EXPECT_FALSE(form->cbox(2)->isVisible());
+    pick(2);   // 日付で表示
+    EXPECT_TRUE(form->dateBox(Daichou_frm::StartMonth)->isVisible());
+    EXPECT_FALSE(form->eGetudo()->isVisible());
+    press(Qt::Key_Return);
+    press(Qt::Key_F6);
+    EXPECT_EQ(lookups, QStringList{"Sir:ALL"});
+    EXPECT_EQ(form->cbox(1)->currentIndex(), -1);   // no supplier 3
+    press(Qt::Key_Delete);
+    EXPECT_EQ(form->cbox(1)->currentText(), "すべて選択");
+    press(Qt::Key_Return);
+    ASSERT_EQ(focused(), form->dateBox(Daichou_frm::StartMonth));
+    enter("13");
+    EXPECT_EQ(dlg.of("Tell"), QStringList{"範囲は１から１２です。"});
+    enter("5");
+    enter("32");
+    EXPECT_EQ(dlg.of("Tell").last(), "範囲は１から３１です。");
+    enter("1");
+    enter("5");
+    enter("10");
+    ListDaichou_frm* v = viewer();
+    ASSERT_TRUE(v && v->isVisible());
+    EXPECT_EQ(v->Range(0)->text(), "5月1日");
+    EXPECT_EQ(v->LabelHeader(1)->text(), "支払額");
+    EXPECT_EQ(v->LabelHValue(1)->text(), "");
+    EXPECT_EQ(rowTexts(1), QStringList({"", "仕入", "ノート", "3", "100.00", "300"}));
+}
+
+TEST_F(LedgerScreen, ClassNarrowsThePartnersAndTheLookupTakesIt)
+{
+    open("Tdc");
+    press(Qt::Key_Return);
+    pick(2);   // 小売
+    EXPECT_EQ(form->cbox(1)->count(), 2);
+    press(Qt::Key_F6);
+    EXPECT_EQ(lookups, QStringList{"Tor:2"});
+    EXPECT_EQ(form->cbox(1)->currentText(), "京都屋");
+}
+
+TEST_F(LedgerScreen, BarKeysAndADoubleClickOpenTheSlip)
+{
+    QList<ReportLine> lines;
+    for (int i = 0; i < 15; ++i) lines << ReportLine{1, 100 + i};
+    books->sale(30, QDate(2026, 5, 3), 2, 0, 5, lines);
+    LedgerRange r;
+    r.partner = 2;
+    r.month = 5;
+    ListDaichou_frm* v = viewer();
+    v->Init(r);
+    ASSERT_TRUE(showActive(v));
+    EXPECT_EQ(v->Bar()->maximum(), 1);
+    press(Qt::Key_Down);   // from 印刷 to the bar
+    ASSERT_EQ(focused(), v->Bar());
+    press(Qt::Key_Down);
+    EXPECT_EQ(v->Bar()->value(), 1);
+    EXPECT_EQ(v->cell(0, 0)->text(), "05月03日");
+    EXPECT_EQ(v->cell(14, 5)->text(), "114");
+    press(Qt::Key_Left);
+    EXPECT_EQ(focused(), v->Command());
+
+    QTest::mouseDClick(v->cell(14, 0), Qt::LeftButton);
+    auto* slip = qobject_cast<Slip_frm*>(screen("Slip_frm"));
+    ASSERT_TRUE(slip && slip->isVisible());
+    EXPECT_EQ(slip->box(Slip_frm::DnoBox)->text().trimmed(), "30");
+    EXPECT_EQ(slip->mode()->text(), "参照");
+    EXPECT_EQ(session().SlipCaller, "LstDaichou");
+
+    // Enter on a date does the same; the bar's Enter steps into the rows.
+    v->activateWindow();
+    v->Bar()->setFocus();
+    v->Bar()->setValue(0);
+    press(Qt::Key_Return);
+    ASSERT_EQ(focused(), v->cell(0, 0));
+    press(Qt::Key_Return);
+    EXPECT_EQ(slip->box(Slip_frm::DnoBox)->text().trimmed(), "5");
+}
+
+TEST_F(LedgerScreen, DepositsOpenOnTheDepositScreenByItsKind)
+{
+    LedgerRange r;
+    r.partner = 1;
+    r.month = 5;
+    ListDaichou_frm* v = viewer();
+    v->Init(r);
+    v->openLine(0);
+    EXPECT_EQ(dlg.of("Tell"), QStringList{"入金・支払伝票の画面はまだ用意されていません。"});
+
+    QStringList entered;
+    QPointer<FakeCashier> cashier;
+    registerScreen("Cashier_frm", [&] { return cashier = new FakeCashier(&entered); });
+    v->openLine(2);
+    ASSERT_TRUE(cashier && cashier->isVisible());
+    EXPECT_EQ(entered, QStringList{"Dny:1"});
+    EXPECT_EQ(session().SlipCaller, "LstDaichou");
+    // A deposit screen showing deposits is made anew for a payment.
+    QPointer<FakeCashier> deposits = cashier;
+    r.view = "Sdc";
+    v->Init(r);
+    v->openLine(0);
+    EXPECT_EQ(entered, QStringList({"Dny:1", "Dsh:1"}));
+    EXPECT_TRUE(deposits.isNull());
+}
