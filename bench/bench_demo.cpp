@@ -7,7 +7,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include "store/NewCompany.h"
-#include "store/demo/DemoCompany.h"
+#include "demo/DemoCompany.h"
 
 int main(int argc, char** argv)
 {

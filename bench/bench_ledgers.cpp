@@ -13,8 +13,8 @@
 #include "store/NewCompany.h"
 #include "store/Sql.h"
 #include "store/Store.h"
-#include "store/demo/DemoCompany.h"
-#include "store/demo/DemoMasters.h"
+#include "demo/DemoCompany.h"
+#include "demo/DemoMasters.h"
 
 namespace {
 

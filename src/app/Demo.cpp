@@ -1,7 +1,7 @@
 #include <cstdio>
 #include <QDir>
 #include <QStringList>
-#include "store/demo/DemoCompany.h"
+#include "demo/DemoCompany.h"
 
 namespace {
 

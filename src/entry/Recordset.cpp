@@ -156,10 +156,3 @@ ErrorClass Recordset::Delete()
     row_.clear();
     return ErrorClass::None;
 }
-
-QString StoreErrorText(const QSqlError& error)
-{
-    QString text = error.databaseText();
-    if (text.isEmpty()) text = error.text();
-    return QStringLiteral("エラー：") + QString::number(sqliteCode(error)) + QLatin1Char(' ') + text;
-}

@@ -68,6 +68,3 @@ private:
     QStringList editOrder_;
     QSqlError error_;
 };
-
-// The text every screen shows for a store failure the program cannot deal with itself.
-QString StoreErrorText(const QSqlError& error);

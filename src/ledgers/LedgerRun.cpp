@@ -19,15 +19,7 @@ void LedgerRun::show(const QString& text) const
 
 void LedgerRun::fail(const QSqlError& e)
 {
-    if (!error_.isEmpty()) return;
-    QString text = e.databaseText();
-    if (text.isEmpty()) text = e.text();
-    error_ = QStringLiteral("エラー：") + QString::number(sqliteCode(e)) + QLatin1Char(' ') + text;
-}
-
-void LedgerRun::failText(const QString& text)
-{
-    if (error_.isEmpty()) error_ = QStringLiteral("エラー：") + text;
+    if (error_.isEmpty()) error_ = StoreErrorText(e);
 }
 
 QSqlQuery* LedgerRun::prepared(const QString& sql)
@@ -98,51 +90,10 @@ QString dateText(const QDate& d)
     return d.isValid() ? d.toString(Qt::ISODate) : QString();
 }
 
-PostingUnit::PostingUnit(const QSqlDatabase& db) : db_(db), own_(db)
-{
-    if (own_.active()) return;
-    // A plain BEGIN tells the two failures apart: it passes when the immediate one failed on
-    // a lock (give up: the busy wait is over), and it fails inside the caller's transaction,
-    // where the posting becomes a savepoint of that transaction.
-    Query probe(db_, QStringLiteral("BEGIN"));
-    if (probe.ok()) {
-        execSql(db_, QStringLiteral("ROLLBACK"));
-        beginError_ = QSqlError(QString(), QStringLiteral("database is locked"), QSqlError::StatementError,
-                                QStringLiteral("5"));
-        return;
-    }
-    Query q(db_, QStringLiteral("SAVEPOINT ledger_posting"));
-    savepoint_ = q.ok();
-    if (!savepoint_) beginError_ = q.error();
-}
-
-PostingUnit::~PostingUnit() { rollback(); }
-
-bool PostingUnit::commit()
-{
-    if (own_.active()) return own_.commit();
-    if (!savepoint_) return false;
-    savepoint_ = false;
-    return execSql(db_, QStringLiteral("RELEASE ledger_posting")) == ErrorClass::None;
-}
-
-void PostingUnit::rollback()
-{
-    own_.rollback();
-    if (!savepoint_) return;
-    execSql(db_, QStringLiteral("ROLLBACK TO ledger_posting"));
-    execSql(db_, QStringLiteral("RELEASE ledger_posting"));
-    savepoint_ = false;
-}
-
 bool finishUnit(LedgerRun& run, PostingUnit& unit, QString* error)
 {
     run.finishAll();
-    if (run.ok() && !unit.commit()) {
-        const QSqlError e = run.db.lastError();
-        if (e.type() != QSqlError::NoError) run.fail(e);
-        else run.failText(QStringLiteral("COMMIT"));
-    }
+    if (run.ok() && !unit.commit()) run.fail(unit.error());
     if (run.ok()) return true;
     unit.rollback();
     if (error) *error = run.error();

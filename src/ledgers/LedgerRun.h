@@ -35,7 +35,6 @@ public:
     const QString& error() const { return error_; }
     // "エラー：" with the store's number and text; only the first failure is kept.
     void fail(const QSqlError& e);
-    void failText(const QString& text);
 
     // Runs one statement; false (and nothing run) once the pass has failed.
     bool exec(const QString& sql, const QVariantList& binds = {});
@@ -73,21 +72,11 @@ QString monthRows();
 // The store's text of a date for comparisons with Hizuke.
 QString dateText(const QDate& d);
 
-// A unit of work of its own, or a savepoint inside the caller's transaction when one is open,
-// so a posting that a slip save wraps still lands together with the slip.
-class PostingUnit {
+// The unit of work of a posting: a transaction of its own, or a savepoint inside the caller's
+// unit when one is open, so a posting that a deposit save wraps lands together with the save.
+class PostingUnit : public UnitOfWork {
 public:
-    explicit PostingUnit(const QSqlDatabase& db);
-    ~PostingUnit();
-    bool active() const { return own_.active() || savepoint_; }
-    bool commit();
-    void rollback();
-    QSqlError beginError() const { return beginError_; }
-    PostingUnit(const PostingUnit&) = delete;
-    PostingUnit& operator=(const PostingUnit&) = delete;
-private:
-    QSqlDatabase db_;
-    UnitOfWork own_;
-    bool savepoint_ = false;
-    QSqlError beginError_;
+    using UnitOfWork::UnitOfWork;
+    // The store's refusal to begin (another station held the file past the busy timeout, ...).
+    QSqlError beginError() const { return error(); }
 };

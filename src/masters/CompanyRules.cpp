@@ -49,6 +49,10 @@ StartPeriod checkStartPeriod(const QString& sKai, int nendo, int sime)
 bool saveCompany(const QSqlDatabase& db, const ColumnValues& com, const RateChange& rates, QSqlError* error)
 {
     UnitOfWork unit(db);
+    if (!unit.active()) {
+        if (error) *error = unit.error();
+        return false;
+    }
     ErrorClass e = UpdateRows(db, QStringLiteral("Com"), com, {}, error);
     const QString date = QString::number(rates.changeDate.year()).rightJustified(4, QLatin1Char('0'))
                          + QString::number(rates.changeDate.month()).rightJustified(2, QLatin1Char('0'))
@@ -57,7 +61,11 @@ bool saveCompany(const QSqlDatabase& db, const ColumnValues& com, const RateChan
     const ColumnValues newRate = {{QStringLiteral("contents"), NumText(rates.newRateText.trimmed())}};
     if (e == ErrorClass::None) e = UpdateRows(db, QStringLiteral("UserOP"), change, {{QStringLiteral("Code"), 725}}, error);
     if (e == ErrorClass::None) e = UpdateRows(db, QStringLiteral("UserOP"), newRate, {{QStringLiteral("Code"), 726}}, error);
-    if (e != ErrorClass::None || !unit.commit()) return false;
+    if (e != ErrorClass::None) return false;
+    if (!unit.commit()) {
+        if (error) *error = unit.error();
+        return false;
+    }
     Session& s = session();
     s.TaxChangeDate = rates.changeDate;
     s.Zeiritu = rates.zeiritu;

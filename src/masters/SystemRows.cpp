@@ -36,22 +36,26 @@ std::optional<QString> readOption(int code)
 bool saveOptions(const QString& backupPath, const QString& backupAtExit)
 {
     const QSqlDatabase db = session().MasterDb;
-    UnitOfWork unit(db);
-    if (!unit.active()) {
-        Tell(StoreErrorText(db.lastError()));
-        return false;
-    }
-    const std::pair<int, QString> rows[] = {{kOptBackupPath, CutToBytes(backupPath.trimmed(), 30)},
-                                            {kOptBackupAtExit, backupAtExit.trimmed()}};
-    for (const auto& [code, text] : rows) {
-        QSqlError err;
-        const ErrorClass e = execSql(db, QStringLiteral("INSERT INTO UserOP (Code, contents) VALUES (?, ?) "
-                                                        "ON CONFLICT (Code) DO UPDATE SET contents = excluded.contents"),
-                                     {code, EmptyToSpace(text)}, &err);
-        if (e != ErrorClass::None) {
-            Tell(StoreErrorText(err));
-            return false;
+    QSqlError err;
+    {
+        UnitOfWork unit(db);
+        bool ok = unit.active();
+        if (!ok) err = unit.error();
+        const std::pair<int, QString> rows[] = {{kOptBackupPath, CutToBytes(backupPath.trimmed(), 30)},
+                                                {kOptBackupAtExit, backupAtExit.trimmed()}};
+        for (const auto& [code, text] : rows) {
+            if (!ok) break;
+            ok = execSql(db, QStringLiteral("INSERT INTO UserOP (Code, contents) VALUES (?, ?) "
+                                            "ON CONFLICT (Code) DO UPDATE SET contents = excluded.contents"),
+                         {code, EmptyToSpace(text)}, &err) == ErrorClass::None;
         }
+        if (ok && !unit.commit()) {
+            ok = false;
+            err = unit.error();
+        }
+        if (ok) return true;
     }
-    return unit.commit();
+    // Told once the unit is rolled back: no station waits on the clerk's answer.
+    Tell(StoreErrorText(err));
+    return false;
 }

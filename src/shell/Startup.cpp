@@ -17,11 +17,7 @@ void call(const std::function<void()>& f)
     if (f) f();
 }
 
-QString sqlFailure(const Query& q)
-{
-    return QStringLiteral("エラー：") + QString::number(sqliteCode(q.error())) + QLatin1Char(' ')
-           + q.error().databaseText();
-}
+QString sqlFailure(const Query& q) { return StoreErrorText(q.error()); }
 
 StartupResult stopAfter(const QString& message)
 {
@@ -134,19 +130,24 @@ void readRates(Session& s, bool* firstRun)
     s.TaxChangeDate = QDate(1997, 3, 31);
     s.Zeiritu = Money::fromYen(3);
     s.TaxRateNew = Money::fromYen(5);
-    UnitOfWork unit(s.MasterDb);
     QSqlError err;
-    ErrorClass e = execSql(s.MasterDb, QStringLiteral("INSERT INTO UserOP (Code, contents) VALUES (725, ?)"),
-                           {QStringLiteral("19970331")}, &err);
-    if (e == ErrorClass::None)
-        e = execSql(s.MasterDb, QStringLiteral("INSERT INTO UserOP (Code, contents) VALUES (726, ?)"),
-                    {QStringLiteral("5")}, &err);
-    if (e == ErrorClass::None)
-        e = execSql(s.MasterDb, QStringLiteral("UPDATE Com SET Zeiritu = ?"), {Money::fromYen(3).toStore()}, &err);
-    if (e == ErrorClass::None && !unit.commit()) e = ErrorClass::Other;
+    {
+        UnitOfWork unit(s.MasterDb);
+        ErrorClass e = unit.active() ? ErrorClass::None : unit.errorClass();
+        if (!unit.active()) err = unit.error();
+        if (e == ErrorClass::None)
+            e = execSql(s.MasterDb, QStringLiteral("INSERT INTO UserOP (Code, contents) VALUES (725, ?)"),
+                        {QStringLiteral("19970331")}, &err);
+        if (e == ErrorClass::None)
+            e = execSql(s.MasterDb, QStringLiteral("INSERT INTO UserOP (Code, contents) VALUES (726, ?)"),
+                        {QStringLiteral("5")}, &err);
+        if (e == ErrorClass::None)
+            e = execSql(s.MasterDb, QStringLiteral("UPDATE Com SET Zeiritu = ?"), {Money::fromYen(3).toStore()}, &err);
+        if (e == ErrorClass::None && unit.commit()) return;
+        if (e == ErrorClass::None) err = unit.error();
+    }
     // The session runs on the defaults either way; a store that refused them gets them next time.
-    if (e != ErrorClass::None)
-        Tell(QStringLiteral("エラー：") + QString::number(sqliteCode(err)) + QLatin1Char(' ') + err.databaseText());
+    Tell(StoreErrorText(err));
 }
 
 } // namespace

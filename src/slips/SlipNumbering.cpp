@@ -32,13 +32,16 @@ long GetNextDno(const QString& kind, short office)
     return v.isNull() ? 0 : static_cast<long>(v.toLongLong());
 }
 
-bool RaiseNextDno(const QString& kind, short office, long candidate)
+bool RaiseNextDno(const QString& kind, short office, long candidate, QSqlError* error)
 {
     const QString col = counterColumn(kind);
-    if (col.isEmpty()) return false;
+    if (col.isEmpty()) {
+        if (error) *error = QSqlError(QString(), QStringLiteral("no counter for %1").arg(kind), QSqlError::StatementError);
+        return false;
+    }
     return execSql(session().MasterDb,
                    QStringLiteral("UPDATE Eig SET %1 = ? WHERE Code = ? AND IFNULL(%1, 0) < ?").arg(col),
-                   {static_cast<qlonglong>(candidate), office, static_cast<qlonglong>(candidate)})
+                   {static_cast<qlonglong>(candidate), office, static_cast<qlonglong>(candidate)}, error)
            == ErrorClass::None;
 }
 

@@ -4,12 +4,14 @@
 #include <QDate>
 #include <QString>
 
+class QSqlError;
+
 // The counter of `kind` ("Dur", "Dsr", "Dny", "Dsh", "Seikyu") for the office; 0 when the office
 // row (or the counter) is missing.
 long GetNextDno(const QString& kind, short office);
 // Writes `candidate` only when the stored counter is lower: the counter is never lowered here,
-// and a missing office row changes nothing. False on a store failure.
-bool RaiseNextDno(const QString& kind, short office, long candidate);
+// and a missing office row changes nothing. False on a store failure, which `error` then holds.
+bool RaiseNextDno(const QString& kind, short office, long candidate, QSqlError* error = nullptr);
 // The highest number the office has in the kind's table, plus one; 1 for none.
 long nextFreeDno(const QString& kind, short office);
 

@@ -11,14 +11,8 @@
 
 namespace {
 
-// Another station holding the file longer than the busy timeout ends the save here.
+// Numbers taken by other stations one after another; only a flood of them ends the save here.
 constexpr int kMaxNumberAttempts = 20;
-
-QSqlError lockedError()
-{
-    return QSqlError(QStringLiteral("database is locked"), QString(), QSqlError::StatementError,
-                     QStringLiteral("5"));
-}
 
 void tellFailure(const QSqlError& e) { Tell(StoreErrorText(e)); }
 
@@ -40,7 +34,10 @@ Step cancelRows(const QSqlDatabase& db, const SlipEditor& ed, long dno, short of
     const QString head = ed.kind(), line = ed.lineTable();
     const QVariantList key = {qlonglong(dno), office};
     // The number alone decides, whatever the office: a like number elsewhere answers for it.
-    const QVariant flag = scalar(db, QStringLiteral("SELECT ThiFlag FROM %1 WHERE Dno=?").arg(line), {qlonglong(dno)});
+    Query first(db, QStringLiteral("SELECT ThiFlag FROM %1 WHERE Dno=? LIMIT 1").arg(line), {qlonglong(dno)});
+    if (!first.ok()) return Step{first.errorClass(), first.error()};
+    const QVariant flag = first.next() ? first.value(0) : QVariant();
+    first.raw().finish();
     if (!flag.isValid())
         return run(db, QStringLiteral("DELETE FROM %1 WHERE Dno=? AND EigCode=?").arg(head), key);
     if (flag.toInt() != ThiFlag::Waiting) {
@@ -126,13 +123,15 @@ SlipSaveResult Register(SlipEditor& ed, const QString& mode)
         tellFailure(e);
         return out;
     };
-    if (!unit.active()) return fail(lockedError());
-    const bool exists = scalar(db, QStringLiteral("SELECT Dno FROM %1 WHERE Dno=? AND EigCode=?").arg(ed.kind()),
-                               {qlonglong(number), office})
-                            .isValid();
+    if (!unit.active()) return fail(unit.error());
+    Query head(db, QStringLiteral("SELECT Dno FROM %1 WHERE Dno=? AND EigCode=?").arg(ed.kind()),
+               {qlonglong(number), office});
+    if (!head.ok()) return fail(head.error());
+    const bool exists = head.next();
+    head.raw().finish();
     // Typing a number far ahead moves the counter on; an old free number leaves it alone.
-    if (!exists && !RaiseNextDno(ed.kind(), office, number + 1))
-        return fail(QSqlError(QStringLiteral("Eig"), QString(), QSqlError::StatementError, QStringLiteral("1")));
+    QSqlError raiseError;
+    if (!exists && !RaiseNextDno(ed.kind(), office, number + 1, &raiseError)) return fail(raiseError);
     if (mode == QLatin1String("EDIT")) {
         const Step c = cancelRows(db, ed, number, office);
         if (!c.ok()) return fail(c.error);
@@ -141,23 +140,24 @@ SlipSaveResult Register(SlipEditor& ed, const QString& mode)
     Step last;
     bool written = false;
     for (int attempt = 0; attempt < kMaxNumberAttempts && !written; ++attempt) {
-        run(db, QStringLiteral("SAVEPOINT slip_rows"), {});
+        // The rows of one number: a duplicate takes back only these, not the cancellation.
+        UnitOfWork rows(db);
+        if (!rows.active()) return fail(rows.error());
         last = writeHead(db, ed, number, date, office);
         if (last.ok()) last = writeLines(db, ed, number, date, office);
         if (last.ok()) {
-            run(db, QStringLiteral("RELEASE slip_rows"), {});
+            if (!rows.commit()) return fail(rows.error());
             written = true;
             break;
         }
-        run(db, QStringLiteral("ROLLBACK TO slip_rows"), {});
-        run(db, QStringLiteral("RELEASE slip_rows"), {});
+        rows.rollback();
         if (last.cls != ErrorClass::Duplicate) break;
         // Another station took the number meanwhile; the counter is left as it is.
         out.numberChanged = true;
         number = nextFreeDno(ed.kind(), office);
     }
     if (!written) return fail(last.error);
-    if (!unit.commit()) return fail(lockedError());
+    if (!unit.commit()) return fail(unit.error());
     out.saved = true;
     out.dno = number;
     ed.head.Dno = FormatRight(double(number), SlipFormat::Dno);
@@ -176,9 +176,9 @@ bool cancelOldSlip(SlipEditor& ed)
         tellFailure(e);
         return false;
     };
-    if (!unit.active()) return fail(lockedError());
+    if (!unit.active()) return fail(unit.error());
     const Step c = cancelRows(db, ed, ed.number(), session().EigCode);
     if (!c.ok()) return fail(c.error);
-    if (!unit.commit()) return fail(lockedError());
+    if (!unit.commit()) return fail(unit.error());
     return true;
 }

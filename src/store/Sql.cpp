@@ -1,8 +1,24 @@
 #include "store/Sql.h"
+#include <QHash>
 
 namespace {
+
 int gBusyTimeoutMs = 30000;
+
+// The units of work of one connection: how deep they are nested, and which transaction the
+// outermost one opened (a unit of an earlier, finished transaction is no longer active).
+struct UnitState {
+    int depth = 0;
+    quint64 transaction = 0;
+};
+
+QHash<QString, UnitState>& unitStates()
+{
+    static QHash<QString, UnitState> states;
+    return states;
 }
+
+} // namespace
 
 int busyTimeoutMs() { return gBusyTimeoutMs; }
 void setBusyTimeoutMs(int ms) { gBusyTimeoutMs = ms; }
@@ -33,6 +49,17 @@ ErrorClass classifyError(const QSqlError& e)
     }
 }
 
+QString StoreErrorText(const QSqlError& error)
+{
+    QString text = error.databaseText();
+    if (text.isEmpty()) text = error.text();
+    QString out = QStringLiteral("エラー：") + QString::number(sqliteCode(error)) + QLatin1Char(' ') + text;
+    // A damaged page can turn up in any statement long after opening: say what mends it.
+    if (classifyError(error) == ErrorClass::Damaged)
+        out += QStringLiteral("\nデータファイルが壊れています。他の端末を終了してから「データ最適化」で修復してください。");
+    return out;
+}
+
 Query::Query(const QSqlDatabase& db, const QString& sql, const QVariantList& binds) : q_(db)
 {
     q_.setForwardOnly(true);
@@ -58,29 +85,81 @@ QVariant scalar(const QSqlDatabase& db, const QString& sql, const QVariantList& 
     return q.next() ? q.value(0) : QVariant();
 }
 
+int openUnits(const QSqlDatabase& db)
+{
+    return unitStates().value(db.connectionName()).depth;
+}
+
 UnitOfWork::UnitOfWork(const QSqlDatabase& db) : db_(db)
 {
-    // BEGIN IMMEDIATE takes the write lock up front, so a unit never fails half way on a
-    // lock another station holds; the busy timeout bounds the wait.
-    active_ = execSql(db_, QStringLiteral("BEGIN IMMEDIATE")) == ErrorClass::None;
+    UnitState& st = unitStates()[db_.connectionName()];
+    QSqlError e;
+    if (st.depth == 0) {
+        // BEGIN IMMEDIATE takes the write lock up front, so a unit never fails half way on a
+        // lock another station holds; the busy timeout bounds the wait.
+        if (execSql(db_, QStringLiteral("BEGIN IMMEDIATE"), {}, &e) != ErrorClass::None) {
+            error_ = e;
+            return;
+        }
+        ++st.transaction;
+    } else {
+        savepoint_ = QStringLiteral("unit%1").arg(st.depth + 1);
+        if (execSql(db_, QStringLiteral("SAVEPOINT ") + savepoint_, {}, &e) != ErrorClass::None) {
+            error_ = e;
+            return;
+        }
+    }
+    level_ = ++st.depth;
+    transaction_ = st.transaction;
 }
 
 UnitOfWork::~UnitOfWork() { rollback(); }
 
+bool UnitOfWork::active() const
+{
+    if (level_ == 0) return false;
+    const UnitState st = unitStates().value(db_.connectionName());
+    // An outer unit that ended took this one with it.
+    return st.transaction == transaction_ && st.depth >= level_;
+}
+
+void UnitOfWork::leave()
+{
+    UnitState& st = unitStates()[db_.connectionName()];
+    if (st.transaction == transaction_ && st.depth >= level_) st.depth = level_ - 1;
+    level_ = 0;
+}
+
 bool UnitOfWork::commit()
 {
-    if (!active_) return false;
-    if (execSql(db_, QStringLiteral("COMMIT")) != ErrorClass::None) {
+    if (!active()) {
+        level_ = 0;
+        return false;
+    }
+    QSqlError e;
+    const QString sql = level_ == 1 ? QStringLiteral("COMMIT") : QStringLiteral("RELEASE ") + savepoint_;
+    if (execSql(db_, sql, {}, &e) != ErrorClass::None) {
+        error_ = e;
         rollback();
         return false;
     }
-    active_ = false;
+    leave();
     return true;
 }
 
 void UnitOfWork::rollback()
 {
-    if (!active_) return;
-    execSql(db_, QStringLiteral("ROLLBACK"));
-    active_ = false;
+    if (!active()) {
+        level_ = 0;
+        return;
+    }
+    // A failure here changes nothing that matters: SQLite may already have rolled the
+    // transaction back itself (a full disk, an I/O error), and the first error is the one told.
+    if (level_ == 1) {
+        execSql(db_, QStringLiteral("ROLLBACK"));
+    } else {
+        execSql(db_, QStringLiteral("ROLLBACK TO ") + savepoint_);
+        execSql(db_, QStringLiteral("RELEASE ") + savepoint_);
+    }
+    leave();
 }

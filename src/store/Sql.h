@@ -14,6 +14,9 @@ enum class ErrorClass { None, Busy, Duplicate, Damaged, Other };
 ErrorClass classifyError(const QSqlError& e);
 // SQLite's result code of a failure (extended code when the driver gives one), 0 when none.
 int sqliteCode(const QSqlError& e);
+// What every screen shows for a store failure: "エラー：" with SQLite's number and text. A
+// damaged file also says how to mend it.
+QString StoreErrorText(const QSqlError& error);
 
 // One statement with bound values. Bad SQL or a store failure never throws: ok() is false
 // and errorClass() tells what kind of failure it was.
@@ -39,21 +42,38 @@ ErrorClass execSql(const QSqlDatabase& db, const QString& sql, const QVariantLis
 // First column of the first row, or an invalid QVariant when there is none or it fails.
 QVariant scalar(const QSqlDatabase& db, const QString& sql, const QVariantList& binds = {});
 
-// One unit of work: everything between begin and commit lands together or not at all.
-// The destructor rolls back a unit that was not committed.
+// One unit of work: everything between begin and commit lands together or not at all. The
+// outermost unit of a connection is a transaction (BEGIN IMMEDIATE); a unit opened inside it
+// is a savepoint of that transaction, so a posting wrapped by a save lands with the save.
+// The destructor rolls back a unit that was not committed. Every save, posting and batch
+// opens its transaction this way and no other.
 class UnitOfWork {
 public:
     explicit UnitOfWork(const QSqlDatabase& db);
     ~UnitOfWork();
-    bool active() const { return active_; }
+    bool active() const;
+    // False when the unit was not active or the store refused the COMMIT (or RELEASE); the
+    // unit is rolled back then and error() holds the store's own failure.
     bool commit();
     void rollback();
+    // The store's failure of BEGIN, SAVEPOINT, COMMIT or RELEASE; no error when there was none.
+    QSqlError error() const { return error_; }
+    ErrorClass errorClass() const { return classifyError(error_); }
+    // 1 for the outermost unit of its connection, 2 for one inside it, ...; 0 when not active.
+    int depth() const { return active() ? level_ : 0; }
     UnitOfWork(const UnitOfWork&) = delete;
     UnitOfWork& operator=(const UnitOfWork&) = delete;
 private:
+    void leave();
     QSqlDatabase db_;
-    bool active_ = false;
+    QString savepoint_;
+    int level_ = 0;
+    quint64 transaction_ = 0;
+    QSqlError error_;
 };
+
+// Units of work open on the connection right now (0: none, the connection is in autocommit).
+int openUnits(const QSqlDatabase& db);
 
 // Milliseconds a connection waits on a file locked by another station (30 s by default).
 int busyTimeoutMs();

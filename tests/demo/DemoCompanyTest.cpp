@@ -10,8 +10,8 @@
 #include "slips/SlipTax.h"
 #include "store/NewCompany.h"
 #include "store/Sql.h"
-#include "store/demo/DemoCompany.h"
-#include "store/demo/DemoMasters.h"
+#include "demo/DemoCompany.h"
+#include "demo/DemoMasters.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <QVariant>
 #include "entry/Convert.h"
 #include "store/Money.h"
-#include "store/demo/DemoNames.h"
-#include "store/demo/DemoRandom.h"
+#include "demo/DemoNames.h"
+#include "demo/DemoRandom.h"
 
 inline QString demoU(const char* utf8) { return QString::fromUtf8(utf8); }
 

@@ -1,4 +1,4 @@
-#include "store/demo/DemoCompany.h"
+#include "demo/DemoCompany.h"
 #include <functional>
 #include <QDate>
 #include <QDir>
@@ -9,9 +9,9 @@
 #include <QSqlError>
 #include "store/NewCompany.h"
 #include "store/Sql.h"
-#include "store/demo/DemoMasters.h"
-#include "store/demo/DemoRandom.h"
-#include "store/demo/DemoSlips.h"
+#include "demo/DemoMasters.h"
+#include "demo/DemoRandom.h"
+#include "demo/DemoSlips.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "store/demo/DemoInsert.h"
+#include "demo/DemoInsert.h"
 #include <QSqlError>
 
 DemoInsert::DemoInsert(const QSqlDatabase& db, const QString& table, const QStringList& columns)

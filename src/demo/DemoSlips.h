@@ -3,7 +3,7 @@
 // them: prices by the price tables, amounts, tax by the partner's rule, closing months.
 #include <QSqlDatabase>
 #include <QString>
-#include "store/demo/DemoMasters.h"
+#include "demo/DemoMasters.h"
 
 class DemoRandom;
 

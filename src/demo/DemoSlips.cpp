@@ -1,4 +1,4 @@
-#include "store/demo/DemoSlips.h"
+#include "demo/DemoSlips.h"
 #include <algorithm>
 #include <array>
 #include <functional>
@@ -8,8 +8,8 @@
 #include "slips/SlipTax.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
-#include "store/demo/DemoInsert.h"
-#include "store/demo/DemoText.h"
+#include "demo/DemoInsert.h"
+#include "demo/DemoText.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include "store/demo/DemoMasters.h"
+#include "demo/DemoMasters.h"
 #include <QSet>
 #include "store/Sql.h"
-#include "store/demo/DemoInsert.h"
-#include "store/demo/DemoText.h"
+#include "demo/DemoInsert.h"
+#include "demo/DemoText.h"
 
 namespace {
 

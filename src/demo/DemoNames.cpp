@@ -1,4 +1,4 @@
-#include "store/demo/DemoNames.h"
+#include "demo/DemoNames.h"
 #include <QStringList>
 
 namespace {
