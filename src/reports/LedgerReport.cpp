@@ -64,10 +64,6 @@ bool HeldRows::next()
 
 bool HeldRows::hasColumn(const QString& column) const { return columnIndex(column) >= 0; }
 
-QSqlError lockedStoreError()
-{
-    return QSqlError(QStringLiteral("database is locked"), QString(), QSqlError::StatementError, QStringLiteral("5"));
-}
 
 bool readHeldRows(const QSqlDatabase& db, const QString& sql, const QVariantList& binds, HeldRows* rows,
                   QString* error)

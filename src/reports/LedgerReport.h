@@ -55,8 +55,6 @@ private:
 bool readHeldRows(const QSqlDatabase& db, const QString& sql, const QVariantList& binds, HeldRows* rows,
                   QString* error);
 
-// A unit of work that could not begin: another station held the store past the busy wait.
-QSqlError lockedStoreError();
 
 // Year of a month of the fiscal year: the months before the first month belong to the next
 // calendar year.

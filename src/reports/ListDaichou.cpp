@@ -151,7 +151,7 @@ bool ListDaichou::OpenLedgerRows(const QString& sort, QString* error)
     Title = yearTitle() + ledgerViewName(range.view);
     UnitOfWork unit(db());
     if (!unit.active()) {
-        if (error) *error = StoreErrorText(lockedStoreError());
+        if (error) *error = StoreErrorText(unit.error());
         return false;
     }
     const bool filled = range.byMonth ? FillMeiByMonth(db(), range, session().EigCode, error)
@@ -163,7 +163,7 @@ bool ListDaichou::OpenLedgerRows(const QString& sort, QString* error)
                       &read, error))
         return false;
     if (!unit.commit()) {
-        if (error) *error = StoreErrorText(lockedStoreError());
+        if (error) *error = StoreErrorText(unit.error());
         return false;
     }
     rows = read;
