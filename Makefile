@@ -5,7 +5,7 @@ BUILD   ?= build
 JOBS    ?= $(shell nproc)
 PKGS    := cmake ninja-build g++ pkg-config ccache qt6-base-dev libqt6sql6-sqlite \
            libxlsxwriter-dev libgtest-dev fonts-ipaexfont-mincho fonts-ipaexfont-gothic \
-           sqlite3 xvfb xauth
+           sqlite3 xvfb xauth poppler-utils unzip
 SUDO    := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 
 .PHONY: all deps build test run demo clean

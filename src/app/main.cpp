@@ -1,11 +1,13 @@
 #include <cstdio>
 #include <QApplication>
 #include "app/Commands.h"
+#include "app/PrintReports.h"
 
 int main(int argc, char** argv)
 {
     QStringList args;
     for (int i = 1; i < argc; ++i) args << QString::fromLocal8Bit(argv[i]);
+    if (!args.isEmpty() && args.first() == QLatin1String("print")) return runPrintMain(argc, argv, args);
     if (!args.isEmpty() && isCommand(args.first())) {
         QCoreApplication app(argc, argv);
         return runCommand(args);

@@ -4,6 +4,7 @@
 // finishes it: several documents in a row (the invoice run) go to one output, so one PDF holds
 // them all in run order.
 #include <QString>
+#include <functional>
 
 class PageSurface;
 
@@ -15,6 +16,9 @@ public:
     // Ends the output: the last page comes out, a file is closed. False and *error on failure
     // (a PDF that cannot be written leaves no half file).
     virtual bool finish(QString* error) = 0;
+    // Ends the output after a failed run: a file is not written at all; a printer ends its job
+    // with the pages already ended. Also what the destructor does without finish().
+    virtual void abandon() {}
     // Pages ended so far.
     virtual int pages() const = 0;
 };
@@ -34,3 +38,9 @@ public:
 private:
     PageOutput* prev_;
 };
+
+// Draws the documents of `draw` on `out` (current for that time), then finishes the output,
+// or abandons it when `draw` returned false. A failed document has already been told by
+// VtmlPrint; a failure to finish (printer error, file not written) is told here. True when
+// everything came out.
+bool printTo(PageOutput& out, const std::function<bool()>& draw);

@@ -25,6 +25,14 @@ public:
     // Ends the page being drawn. The next drawing starts a fresh page. False when the surface
     // failed (printer error, disk full); the document stops there.
     virtual bool endPage() = 0;
+    // Drops what was drawn since the last page end: a document that stopped on an error
+    // prints nothing half.
+    virtual void discardPage() {}
+    // Why endPage failed, in the system's wording.
+    virtual QString errorText() const { return {}; }
     // True for the preview window (AREA under shrink sizes only the preview).
     virtual bool isPreview() const { return false; }
+    // True when the paper is the printer's own, chosen in the print dialog; the preview and a
+    // PDF file take their page size from the document (a grid print adds its paper's AREA).
+    virtual bool hasOwnPaper() const { return false; }
 };

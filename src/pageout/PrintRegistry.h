@@ -18,8 +18,15 @@ struct PrintReportEntry {
     QString name;                     // "invoices", "ledger", ...
     QString usage;                    // one line for `velmora print --help`
     QStringList options;              // the options it accepts (without "--"); others are refused
+    QStringList required;             // those of them that must be given
     bool needsCompany = true;         // false for `vtml`, which reads only its input file
-    // Runs the report. False with *error (the message for standard error).
+    bool pdf = true;                  // the outputs it can make; the command refuses the others
+    bool xlsx = false;
+    // Runs the report. With --pdf the command has made the PDF output current (PageOutput.h)
+    // and finishes it afterwards; the report only draws its documents. With --xlsx the report
+    // writes request.xlsx itself (ExcelBook::saveAs). False with *error (the message for
+    // standard error), or with *error left empty when the failure was already told (VtmlPrint
+    // tells through the dialogs, which the command sends to standard error).
     std::function<bool(const PrintRequest&, QString* error)> run;
 };
 

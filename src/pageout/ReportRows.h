@@ -7,6 +7,7 @@
 #include <QStringList>
 #include <QVariant>
 #include <memory>
+#include "store/Money.h"
 
 class ReportRows {
 public:
@@ -19,15 +20,33 @@ public:
     virtual bool hasColumn(const QString& column) const = 0;
     // Rows read so far would not tell the count; those that know it say it, else -1.
     virtual int count() const { return -1; }
+    // False when the statement failed, at its start or while reading; error() says why in the
+    // system's wording, and the driver stops the document with it.
+    virtual bool ok() const { return true; }
+    virtual QString error() const { return {}; }
 };
 
+// The store keeps money as INTEGER ten-thousandths of a yen. Columns named in `moneyColumns`
+// come back from the rows as Money in a QVariant (moneyVariant), so the driver prints yen and
+// sums exactly; other columns come as the store has them.
+//
 // Rows of a statement with bound values, read forward. ok() false: the statement failed and
 // error() says why (the driver stops the document with that message).
 std::unique_ptr<ReportRows> queryRows(const QSqlDatabase& db, const QString& sql,
-                                      const QVariantList& binds = {});
-// Rows held in memory: column names and row values in that order.
+                                      const QVariantList& binds = {},
+                                      const QStringList& moneyColumns = {});
+// Rows held in memory: column names and row values in that order (Money may be given as
+// moneyVariant).
 std::unique_ptr<ReportRows> listRows(const QStringList& columns, const QList<QVariantList>& rows);
 // Rows of a statement read whole into memory (for grids, which need the count first).
 // Returns nullptr and sets *error when the statement fails.
 std::unique_ptr<ReportRows> bufferedQueryRows(const QSqlDatabase& db, const QString& sql,
-                                              const QVariantList& binds, QString* error);
+                                              const QVariantList& binds, QString* error,
+                                              const QStringList& moneyColumns = {});
+
+// Money carried in a QVariant: what money columns give, and what alpha may return.
+QVariant moneyVariant(Money m);
+bool isMoneyVariant(const QVariant& v);
+// The value as currency: Money as it is, a number rounded at the fourth decimal, a text by
+// its digits, "." and "-" (so "1,234円" is 1234), Null 0.
+Money variantMoney(const QVariant& v);

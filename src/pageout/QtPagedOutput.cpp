@@ -1,0 +1,207 @@
+// The outputs that put pages on a paged device: a PDF file and the printer.
+#include <QBuffer>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QPageLayout>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QSaveFile>
+#include "pageout/QtPageOutputs.h"
+#include "pageout/QtPageSurface.h"
+#include "shell/Session.h"
+
+namespace {
+
+constexpr double kTwipsPerInch = 1440;
+
+std::function<bool(QPrinter&)>& printerChooser()
+{
+    static std::function<bool(QPrinter&)> f;
+    return f;
+}
+
+// The page of the document in points, upright with its orientation, no margins: the page's
+// coordinates are the paper's.
+QPageLayout layoutFor(const QSizeF& twips)
+{
+    const double w = twips.width() / 20.0;
+    const double h = twips.height() / 20.0;
+    const bool wide = w > h;
+    const QPageSize size(wide ? QSizeF(h, w) : QSizeF(w, h), QPageSize::Point, QString(), QPageSize::FuzzyMatch);
+    return QPageLayout(size, wide ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(0, 0, 0, 0));
+}
+
+class PagedSurface : public QtPageSurface {
+public:
+    PagedSurface(QPagedPaintDevice* device, bool ownPaper) : device_(device), ownPaper_(ownPaper) {}
+    ~PagedSurface() override { end(); }
+    bool hasOwnPaper() const override { return ownPaper_; }
+    bool end() { return !painter_.isActive() || painter_.end(); }
+
+protected:
+    bool emitPage(const PageDrawing& page) override
+    {
+        device_->setPageLayout(layoutFor(page.size));
+        if (!painter_.isActive()) {
+            if (!painter_.begin(device_)) return fail();
+        } else if (!device_->newPage()) {
+            return fail();
+        }
+        painter_.resetTransform();
+        painter_.scale(device_->logicalDpiX() / kTwipsPerInch, device_->logicalDpiY() / kTwipsPerInch);
+        page.paint(painter_);
+        return true;
+    }
+
+private:
+    bool fail()
+    {
+        error_ = QStringLiteral("エラー：ページを出力できませんでした。");
+        return false;
+    }
+    QPagedPaintDevice* device_;
+    QPainter painter_;
+    bool ownPaper_;
+};
+
+class PdfOutput : public PageOutput {
+public:
+    explicit PdfOutput(const QString& path) : path_(path), file_(path) {}
+    ~PdfOutput() override { abandon(); }
+
+    bool open(QString* error)
+    {
+        if (!file_.open(QIODevice::WriteOnly)) {
+            if (error) *error = cannotWrite(file_.errorString());
+            return false;
+        }
+        // The pages are made in memory: the finished file is put right before it is written.
+        buffer_.open(QIODevice::WriteOnly);
+        writer_ = std::make_unique<QPdfWriter>(&buffer_);
+        writer_->setResolution(int(kTwipsPerInch));
+        writer_->setCreator(QStringLiteral("Velmora"));
+        writer_->setTitle(QFileInfo(path_).completeBaseName());
+        surface_ = std::make_unique<PagedSurface>(writer_.get(), false);
+        return true;
+    }
+    PageSurface* surface() override { return surface_.get(); }
+    int pages() const override { return surface_ ? surface_->pagesEnded() : pages_; }
+    bool finish(QString* error) override
+    {
+        if (done_) return true;
+        if (pages() == 0) {
+            abandon();
+            if (error) *error = QStringLiteral("印刷するページがありません。PDFファイルは作成しませんでした。");
+            return false;
+        }
+        pages_ = pages();
+        surface_->end();
+        surface_.reset();
+        writer_.reset();
+        QByteArray pdf = buffer_.buffer();
+        buffer_.close();
+        fixPdfToUnicode(pdf);
+        if (file_.write(pdf) != pdf.size() || !file_.commit()) {
+            if (error) *error = cannotWrite(file_.errorString());
+            done_ = true;
+            return false;
+        }
+        done_ = true;
+        return true;
+    }
+    void abandon() override
+    {
+        if (done_) return;
+        done_ = true;
+        if (surface_) pages_ = surface_->pagesEnded();
+        surface_.reset();
+        writer_.reset();
+        file_.cancelWriting();
+        file_.commit();   // after cancelWriting: removes the temporary file, writes nothing
+    }
+
+private:
+    QString cannotWrite(const QString& why) const
+    {
+        return QStringLiteral("エラー：PDFファイルを書き込めませんでした。（%1）%2").arg(path_, why);
+    }
+    QString path_;
+    QSaveFile file_;
+    QBuffer buffer_;
+    std::unique_ptr<QPdfWriter> writer_;
+    int pages_ = 0;
+    std::unique_ptr<PagedSurface> surface_;
+    bool done_ = false;
+};
+
+class PrinterOutput : public PageOutput {
+public:
+    explicit PrinterOutput(std::unique_ptr<QPrinter> printer)
+        : printer_(std::move(printer)), surface_(std::make_unique<PagedSurface>(printer_.get(), true))
+    {
+    }
+    ~PrinterOutput() override { abandon(); }
+    PageSurface* surface() override { return surface_.get(); }
+    int pages() const override { return surface_ ? surface_->pagesEnded() : 0; }
+    bool finish(QString* error) override
+    {
+        if (!surface_) return true;
+        // The job goes out when the painter ends: the last page with it.
+        const bool ended = surface_->end();
+        surface_.reset();
+        if (!ended || printer_->printerState() == QPrinter::Error) {
+            if (error) *error = QStringLiteral("エラー：印刷できませんでした。プリンタを確かめてください。");
+            return false;
+        }
+        return true;
+    }
+    void abandon() override
+    {
+        // Pages already ended are on their way; the job ends with them.
+        if (surface_) surface_->end();
+        surface_.reset();
+    }
+
+private:
+    std::unique_ptr<QPrinter> printer_;
+    std::unique_ptr<PagedSurface> surface_;
+};
+
+}  // namespace
+
+std::unique_ptr<PageOutput> makePdfOutput(const QString& file, QString* error)
+{
+    auto out = std::make_unique<PdfOutput>(file);
+    if (!out->open(error)) return nullptr;
+    return out;
+}
+
+void setPrinterChooser(std::function<bool(QPrinter&)> chooser) { printerChooser() = std::move(chooser); }
+
+std::unique_ptr<PageOutput> makePrinterOutput(QWidget* parent)
+{
+    auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer->setFullPage(true);
+    if (printerChooser()) {
+        if (!printerChooser()(*printer)) return nullptr;
+    } else if (QGuiApplication::platformName() != QLatin1String("offscreen")) {
+        // Nobody could answer a dialog on the offscreen platform: the default printer is taken.
+        QPrintDialog dialog(printer.get(), parent);
+        if (dialog.exec() != QDialog::Accepted) return nullptr;
+    }
+    return std::make_unique<PrinterOutput>(std::move(printer));
+}
+
+std::unique_ptr<PageOutput> makeReportOutput(QWidget* parent)
+{
+    return session().PreviewMode ? makePreviewOutput(parent) : makePrinterOutput(parent);
+}
+
+double pageTextWidth(const QString& fontName, double points, const QString& text)
+{
+    QFont f = pageFont(fontName, 10);
+    f.setPixelSize(qMax(1, qRound(points * 20)));
+    return QFontMetricsF(f).horizontalAdvance(text);
+}

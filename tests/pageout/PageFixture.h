@@ -1,0 +1,53 @@
+#pragma once
+// Runs documents on a recording output and keeps what was told.
+#include <ostream>
+#include <QStringList>
+#include "pageout/PageOutput.h"
+#include "pageout/Vtml.h"
+#include "shell/Session.h"
+#include "support/RecordingSurface.h"
+#include "support/ScriptedDialogs.h"
+
+struct PageRun {
+    RecordingOutput out;
+    ScriptedDialogs dialogs;
+    bool ok = false;
+
+    PageRun()
+    {
+        session().ShrinkMode = false;
+        session().KeepPageSetup = false;
+        session().Hiz = 2;
+        VtmlSetShrinkOff(false);
+    }
+    ~PageRun()
+    {
+        session().ShrinkMode = false;
+        session().KeepPageSetup = false;
+        VtmlSetToday({});
+    }
+    // A document of lines only, started with VtmlClear.
+    bool lines(const QStringList& l)
+    {
+        VtmlClear();
+        for (const QString& s : l) VtmlAddLine(s);
+        return print();
+    }
+    bool print()
+    {
+        ScopedPageOutput scope(&out);
+        ok = VtmlPrint();
+        return ok;
+    }
+    RecordingSurface& rec() { return out.rec; }
+    QStringList told() const { return dialogs.of(QStringLiteral("Tell")); }
+};
+
+// Readable failures: texts as UTF-8, lists one entry a line.
+inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+inline void PrintTo(const QStringList& l, std::ostream* os)
+{
+    *os << "{\n";
+    for (const QString& s : l) *os << "  \"" << s.toStdString() << "\"\n";
+    *os << "}";
+}
