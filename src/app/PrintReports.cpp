@@ -3,9 +3,12 @@
 #include "ledgers/LedgerCommands.h"
 #include "pageout/QtPrintCommand.h"
 
+void registerLedgerPrints();
+
 void registerPrintReports()
 {
     registerVtmlPrintReport();
+    registerLedgerPrints();
 }
 
 namespace {

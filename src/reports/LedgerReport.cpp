@@ -39,12 +39,12 @@ QVariant HeldRows::at(int row, const QString& column) const
     return v.isNull() ? QVariant() : v;
 }
 
-void HeldRows::setYenColumns(const QStringList& columns)
+void HeldRows::setMoneyColumns(const QStringList& columns)
 {
-    yen_ = QList<bool>(columns_.size(), false);
+    money_ = QList<bool>(columns_.size(), false);
     for (const QString& c : columns) {
         const int i = columnIndex(c);
-        if (i >= 0) yen_[i] = true;
+        if (i >= 0) money_[i] = true;
     }
 }
 
@@ -52,8 +52,8 @@ QVariant HeldRows::value(const QString& column) const
 {
     const QVariant v = at(cur_, column);
     const int c = columnIndex(column);
-    if (v.isNull() || c < 0 || c >= yen_.size() || !yen_[c]) return v;
-    return Money::fromStore(v).toDouble();
+    if (v.isNull() || c < 0 || c >= money_.size() || !money_[c]) return v;
+    return moneyVariant(Money::fromStore(v));
 }
 
 bool HeldRows::next()

@@ -30,8 +30,8 @@ public:
     Money money(int row, const QString& column) const { return Money::fromStore(at(row, column)); }
     const QStringList& columns() const { return columns_; }
 
-    // Columns the page driver reads as yen: the store keeps money in ten-thousandths.
-    void setYenColumns(const QStringList& columns);
+    // Columns the page driver reads as Money: the store keeps money in ten-thousandths.
+    void setMoneyColumns(const QStringList& columns);
 
     // Back before the first row, for the next forward read.
     void rewind() { cur_ = -1; }
@@ -46,7 +46,7 @@ private:
 
     QStringList columns_;
     QHash<QString, int> index_;   // lower-case name -> first column of that name
-    QList<bool> yen_;             // by column
+    QList<bool> money_;           // by column
     QList<QVariantList> rows_;
     int cur_ = -1;
 };

@@ -9,6 +9,9 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include "entry/QtFormBuilder.h"
+#include "pageout/Excel.h"
+#include "pageout/QtPageOutputs.h"
+#include "reports/LedgerReportPrint.h"
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
 
@@ -173,7 +176,9 @@ void LedgerReportList_frm::PrintBtn_Click()
         Tell(QStringLiteral("対象がありません。"));
         return;
     }
-    // wired to the page output when it lands
+    std::unique_ptr<PageOutput> out = makeReportOutput(this);
+    if (!out) return;
+    printTo(*out, [this] { return printPartnerList(*list_); });
 }
 
 void LedgerReportList_frm::DoExcel_Click()
@@ -182,7 +187,10 @@ void LedgerReportList_frm::DoExcel_Click()
         Tell(QStringLiteral("対象がありません。"));
         return;
     }
-    // wired to the spreadsheet export when it lands
+    ExcelBook book;
+    if (!book.open()) return;
+    writeSheet(list_->sheet(), book);
+    book.save(list_->sheetName(), nullptr, nullptr);
 }
 
 void LedgerReportList_frm::showRows(int top)

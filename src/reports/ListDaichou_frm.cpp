@@ -11,6 +11,9 @@
 #include <QVBoxLayout>
 #include "entry/QtBureaucrat.h"
 #include "entry/QtFormBuilder.h"
+#include "pageout/Excel.h"
+#include "pageout/QtPageOutputs.h"
+#include "reports/LedgerReportPrint.h"
 #include "shell/Dialogs.h"
 #include "shell/QtScreens.h"
 #include "shell/Session.h"
@@ -203,14 +206,26 @@ void ListDaichou_frm::print()
 {
     // Nothing to print without rows.
     if (view_.rowCount == 0) return;
-    // wired to the page output when it lands
+    std::unique_ptr<PageOutput> out = makeReportOutput(this);
+    if (!out) return;
+    printTo(*out, [this] { return printLedgerView(view_); });
     showRows(bar_->value());
 }
 
 void ListDaichou_frm::exportSheet()
 {
-    // wired to the spreadsheet export when it lands
+    ReportSheet sheet;
+    QString error;
+    const bool ok = view_.exportSheet(&sheet, &error);
     showRows(bar_->value());
+    if (!ok) {
+        Tell(error);
+        return;
+    }
+    ExcelBook book;
+    if (!book.open()) return;
+    writeSheet(sheet, book);
+    book.save(QStringLiteral("元帳"), nullptr, nullptr);
 }
 
 bool ListDaichou_frm::dateKey(int line, int key)

@@ -4,7 +4,11 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QFileInfo>
+#include <QTimer>
 #include "entry/FormDriver.h"
+#include "pageout/Excel.h"
+#include "pageout/QtPageOutputs.h"
 #include "reports/LedgerReportFixture.h"
 #include "reports/RepoSales_frm.h"
 #include "reports/Zandaka_frm.h"
@@ -102,4 +106,33 @@ TEST_F(BalanceScreen, SalesListShowsTheMonthAndScrollsByTheBar)
     press(Qt::Key_PageDown);
     EXPECT_EQ(form->Bar()->value(), 3);
     EXPECT_EQ(row(14).mid(0, 2), QStringList({"113", "得意先113"}));
+}
+
+TEST_F(BalanceScreen, F9AndF10PrintAndExportWhatWasRead)
+{
+    session().PreviewMode = true;
+    int pages = 0;
+    setPreviewPageHook([&pages](QWidget* w) {
+        ++pages;
+        QTimer::singleShot(0, w, &QWidget::close);
+    });
+    QStringList opened;
+    setSpreadsheetOpener([&opened](const QString& path) {
+        opened << path;
+        return true;
+    });
+    session().MenuKey = "Kza";
+    open(new RepoSales_frm);
+    enter("5");
+    enter("0");
+    press(Qt::Key_Return);
+    press(Qt::Key_F9);
+    ASSERT_TRUE(showActive(form));   // back from the preview
+    press(Qt::Key_F10);
+    EXPECT_EQ(pages, 1);
+    ASSERT_EQ(opened.size(), 1);
+    EXPECT_TRUE(QFileInfo(opened[0]).fileName().startsWith("仕入一覧表"));
+    EXPECT_TRUE(dlg.of("Tell").isEmpty());
+    setPreviewPageHook({});
+    setSpreadsheetOpener({});
 }
