@@ -5,6 +5,7 @@ BUILD   ?= build
 JOBS    ?= $(shell nproc)
 PKGS    := cmake ninja-build g++ pkg-config ccache qt6-base-dev libqt6sql6-sqlite \
            libxlsxwriter-dev libgtest-dev fonts-ipaexfont-mincho fonts-ipaexfont-gothic \
+           fonts-ipafont-mincho fonts-ipafont-gothic \
            sqlite3 xvfb xauth poppler-utils unzip
 SUDO    := $(shell [ "$$(id -u)" = 0 ] || echo sudo)
 

@@ -210,7 +210,10 @@ bool ExcelBook::save(const QString& name, QString* path, QString* error)
         HideWait();
         d->waiting = false;
     }
-    const QString file = excelFileName(name);
+    QString file = excelFileName(name);
+    // Two exports within one second would share a name: the earlier file is kept.
+    const QString stem = file.chopped(5);
+    for (int n = 2; QFileInfo::exists(file); ++n) file = stem + QStringLiteral("(%1).xlsx").arg(n);
     if (path) *path = QFileInfo(file).absoluteFilePath();
     QString why;
     if (!d->write(file, &why)) {

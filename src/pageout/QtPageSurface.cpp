@@ -14,19 +14,35 @@ constexpr double kDefaultHeight = 16838;
 constexpr int kTwipsPerPoint = 20;
 constexpr int kTwipsPerPixel = 15;
 
+// The first of the families that this machine has.
+QString firstInstalled(std::initializer_list<const char*> families)
+{
+    for (const char* f : families)
+        if (QFontDatabase::hasFamily(QString::fromLatin1(f))) return QString::fromLatin1(f);
+    return QString::fromLatin1(*families.begin());
+}
+
+// The forms name the fixed-pitch Windows fonts: their half-width characters are half an em,
+// which the reports' number columns rely on (blanks, digits and commas of one width line the
+// figures up at the right). IPA Mincho and IPA Gothic are fixed-pitch the same way; the IPAex
+// fonts, of the same design, have proportional Latin and serve the proportional names.
 QString familyFor(const QString& name)
 {
-    static QHash<QString, QString> known = {
-        {QStringLiteral("ＭＳ 明朝"), QStringLiteral("IPAexMincho")},
-        {QStringLiteral("ＭＳ Ｐ明朝"), QStringLiteral("IPAexMincho")},
-        {QStringLiteral("MS Mincho"), QStringLiteral("IPAexMincho")},
-        {QStringLiteral("ＭＳ ゴシック"), QStringLiteral("IPAexGothic")},
-        {QStringLiteral("ＭＳ Ｐゴシック"), QStringLiteral("IPAexGothic")},
-        {QStringLiteral("MS Gothic"), QStringLiteral("IPAexGothic")},
-    };
+    static QHash<QString, QString> known = [] {
+        const QString mincho = firstInstalled({"IPAMincho", "IPAexMincho"});
+        const QString gothic = firstInstalled({"IPAGothic", "IPAexGothic"});
+        return QHash<QString, QString>{
+            {QStringLiteral("ＭＳ 明朝"), mincho},
+            {QStringLiteral("MS Mincho"), mincho},
+            {QStringLiteral("ＭＳ ゴシック"), gothic},
+            {QStringLiteral("MS Gothic"), gothic},
+            {QStringLiteral("ＭＳ Ｐ明朝"), QStringLiteral("IPAexMincho")},
+            {QStringLiteral("ＭＳ Ｐゴシック"), QStringLiteral("IPAexGothic")},
+        };
+    }();
     auto it = known.constFind(name);
     if (it != known.constEnd()) return *it;
-    const QString family = QFontDatabase::hasFamily(name) ? name : QStringLiteral("IPAexMincho");
+    const QString family = QFontDatabase::hasFamily(name) ? name : known.value(QStringLiteral("ＭＳ 明朝"));
     known.insert(name, family);
     return family;
 }

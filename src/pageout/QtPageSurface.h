@@ -14,8 +14,10 @@ class QFontMetricsF;
 class QPainter;
 
 // The font a document names, in twips (points x 20) so every surface measures alike.
-// "ＭＳ 明朝" and "ＭＳ ゴシック" draw with IPAex Mincho and IPAex Gothic; a name this machine
-// does not have falls back to IPAex Mincho, so Japanese text always has its glyphs.
+// "ＭＳ 明朝" and "ＭＳ ゴシック" draw with IPA Mincho and IPA Gothic (fixed-pitch, as the
+// forms' number columns need; the IPAex fonts where those are not installed), "ＭＳ Ｐ明朝" and
+// "ＭＳ Ｐゴシック" with IPAex Mincho and IPAex Gothic; a name this machine does not have falls
+// back to the Mincho, so Japanese text always has its glyphs.
 QFont pageFont(const QString& name, int points);
 
 // Puts right the text of a finished PDF file, so every ideograph copies and searches as itself

@@ -27,7 +27,7 @@ uint ideographFor(uint radical)
         // in the page fonts is the one meant.
         QString unified;
         for (uint cp = 0x4E00; cp <= 0x9FFF; ++cp) unified += QChar(char16_t(cp));
-        for (const char* family : {"IPAexMincho", "IPAexGothic"}) {
+        for (const char* family : {"IPAMincho", "IPAGothic", "IPAexMincho", "IPAexGothic"}) {
             const QRawFont raw = QRawFont::fromFont(QFont(QString::fromLatin1(family)));
             if (!raw.isValid()) continue;
             const QList<quint32> glyphs = raw.glyphIndexesForString(unified);

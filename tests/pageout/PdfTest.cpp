@@ -67,8 +67,21 @@ TEST(Pdf, JapaneseTextIsRealTextInTheIpaexFontsOnPagesOfTheDocumentsSize)
     EXPECT_TRUE(info.contains(QRegularExpression("Pages:\\s+2"))) << info.toStdString();
     EXPECT_TRUE(info.contains(QRegularExpression("Page size:\\s+780 x 444 pts"))) << info.toStdString();
     const QString fonts = tool("pdffonts", {file});
-    EXPECT_TRUE(fonts.contains("IPAexMincho")) << fonts.toStdString();
-    EXPECT_TRUE(fonts.contains("IPAexGothic")) << fonts.toStdString();
+    EXPECT_TRUE(fonts.contains("IPAMincho")) << fonts.toStdString();
+    EXPECT_TRUE(fonts.contains("IPAGothic")) << fonts.toStdString();
+
+    // Figures of different lengths end at one right edge: blanks, digits and commas are of
+    // one width in the forms' fonts.
+    const QString boxes = tool("pdftotext", {"-bbox", "-f", "1", "-l", "1", file, "-"});
+    QList<double> rightEdges;
+    for (const char* figure : {"120,000", "3,500", "123,500"}) {
+        const QRegularExpression word(QStringLiteral("xMax=\"([0-9.]+)\"[^>]*>%1</word>").arg(QString::fromUtf8(figure)));
+        const QRegularExpressionMatch m = word.match(boxes);
+        ASSERT_TRUE(m.hasMatch()) << figure << boxes.toStdString();
+        rightEdges << m.captured(1).toDouble();
+    }
+    EXPECT_NEAR(rightEdges[0], rightEdges[1], 0.05);
+    EXPECT_NEAR(rightEdges[0], rightEdges[2], 0.05);
     // Only the finished file is in the folder, no temporary one.
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"請求書.pdf"});
 }

@@ -1,0 +1,236 @@
+#include <gtest/gtest.h>
+#include <QDate>
+#include <QTableWidget>
+#include <QTemporaryDir>
+#include "entry/Convert.h"
+#include "pageout/Excel.h"
+#include "pageout/ExcelFixture.h"
+#include "pageout/Grd.h"
+#include "pageout/PageFixture.h"
+#include "pageout/QtGrd.h"
+#include "pageout/ReportForm.h"
+#include "pageout/ReportRows.h"
+#include "support/TempCompany.h"
+
+namespace {
+
+// The recording surface's rule: at size p a half-width character is p*10 twips, others p*20.
+double measure(const QString&, double points, const QString& text)
+{
+    double w = 0;
+    for (QChar c : text) w += c.unicode() < 0x80 ? points * 10 : points * 20;
+    return w;
+}
+
+// The product summary: code without zeros, name, quantity, unit price, amount.
+struct Summary : ReportForm {
+    ReportRows* rows = nullptr;
+    int alphaCalls = 0;
+    QVariant alpha(short& n) override
+    {
+        ++alphaCalls;
+        if (n == 0) {
+            QString code = rows->value(QStringLiteral("HinCode")).toString();
+            return ZeroStrip(code);
+        }
+        const Money gaku = variantMoney(rows->value(QStringLiteral("tUGaku")));
+        const qint64 suu = rows->value(QStringLiteral("tSuu")).toLongLong();
+        return suu == 0 ? 0.0 : gaku / double(suu);
+    }
+    QVariant SumOP(int index) override { return index * 1000; }
+};
+
+GrdColumn column(const char* caption, const char* name, const char* kind, const char* format, short total = 0)
+{
+    GrdColumn c;
+    c.Caption = QString::fromUtf8(caption);
+    c.Name = QString::fromUtf8(name);
+    c.Kind = QString::fromUtf8(kind);
+    c.Format = QString::fromUtf8(format);
+    c.Gap = 120;
+    c.Total = total;
+    return c;
+}
+
+struct SummaryGrid {
+    MemoryGridCells cells{measure};
+    Grd grd{&cells};
+    Summary form;
+    std::unique_ptr<ReportRows> rows;
+
+    explicit SummaryGrid(int products)
+    {
+        QList<QVariantList> data;
+        for (int i = 1; i <= products; ++i)
+            data << QVariantList{QStringLiteral("%1").arg(i, 13, 10, QLatin1Char('0')), QStringLiteral("商品%1").arg(i), i,
+                                 moneyVariant(Money::fromYen(1000 * i))};
+        rows = listRows({"HinCode", "aHinNamae", "tSuu", "tUGaku"}, data);
+        form.rows = rows.get();
+        grd.GrdInit(5);
+        grd.GrdAddColumn(column("コード", "@0", "S", "13"));
+        grd.GrdAddColumn(column("名称", "aHinNamae", "S", "30"));
+        grd.GrdAddColumn(column("数量", "tSuu", "N", "#,###,###", 1));
+        grd.GrdAddColumn(column("単価", "@1", "N", "#,###,##0.0"));
+        grd.GrdAddColumn(column("金額", "tUGaku", "N", "#,###,###", 1));
+        grd.GrdSetHeaders();
+    }
+};
+
+TEST(Grd, FortyRowsAndTheirTotalOnPaper15MakeTwoPages)
+{
+    PageRun run;
+    VtmlSetToday(QDate(2026, 5, 3));
+    SummaryGrid g(40);
+    ASSERT_TRUE(g.grd.GrdFill(g.rows.get(), &g.form));
+    EXPECT_EQ(g.cells.rows(), 42);
+    EXPECT_EQ(g.cells.text(41, 0), "合計");
+    EXPECT_EQ(g.cells.text(41, 2), "      820");
+    EXPECT_EQ(g.cells.text(41, 4), "  820,000");
+    EXPECT_EQ(g.cells.text(3, 3), "    1,000.0");
+    EXPECT_EQ(g.cells.columnAlignment(1), 1);
+    EXPECT_EQ(g.cells.columnAlignment(2), 7);
+    // S: 13 blanks + gap; N: the pattern + gap.
+    EXPECT_EQ(g.cells.columnWidth(0), 1420);
+    EXPECT_EQ(g.cells.columnWidth(2), 1020);
+
+    g.grd.paper = QStringLiteral("15");
+    ScopedPageOutput scope(&run.out);
+    ASSERT_TRUE(g.grd.GrdPrint(QStringLiteral("商品別売上集計"), QStringLiteral("2026/04/01より2026/04/30まで"), 0));
+    ASSERT_EQ(run.rec().ended, 2);
+    const QStringList p1 = run.rec().page(1);
+    // Columns from x 240 behind the 720 offset: 960, 2380, 5500, 6520, 7740.
+    for (const char* e : {"T 960,1440 コード", "T 7740,1440 金額", "T 7920,120 商品別売上集計",
+                          "T 3120,720 2026/04/01より2026/04/30まで", "T 13720,240 日付2026/05/03", "T 13720,480 ページ 1",
+                          "T 960,1680 1", "T 2380,1680 商品1", "T 5500,1680         1", "T 6520,1680     1,000.0",
+                          "T 960,13380 40", "T 7740,13380    40,000"})
+        EXPECT_TRUE(p1.contains(QString::fromUtf8(e))) << e;
+    // A PDF has no paper of its own: the paper's page comes last, after the text.
+    EXPECT_EQ(p1.last(), "AREA 16800,14640");
+    const QStringList p2 = run.rec().page(2);
+    for (const char* e : {"T 13720,480 ページ 2", "T 960,1680 合計", "T 5500,1680       820", "T 7740,1680   820,000"})
+        EXPECT_TRUE(p2.contains(QString::fromUtf8(e))) << e;
+    EXPECT_FALSE(p2.contains("T 960,1980 41"));
+}
+
+TEST(Grd, ThePapersPageIsAddedForThePreviewAndAPdfButNotForAPrinter)
+{
+    struct Case {
+        QString paper;
+        bool preview, ownPaper;
+        int pages;
+        QString area;
+    } cases[] = {
+        {"B4y", false, true, 2, ""},
+        {"B4y", true, true, 2, "AREA 20640,14640"},
+        {"A4t", false, false, 2, "AREA 12000,16800"},
+        {"B5y", false, false, 2, "AREA 14640,10560"},
+        {"X9", false, false, 1, ""},   // an unknown paper: every row on one page
+    };
+    for (const Case& c : cases) {
+        PageRun run;
+        session().PreviewMode = c.preview;
+        run.rec().ownPaper = c.ownPaper;
+        SummaryGrid g(36);   // 37 rows with the total: more than the 35 or 27 of a page
+        ASSERT_TRUE(g.grd.GrdFill(g.rows.get(), &g.form));
+        g.grd.paper = c.paper;
+        ScopedPageOutput scope(&run.out);
+        EXPECT_TRUE(g.grd.GrdPrint("t", "s", 0));
+        EXPECT_EQ(run.rec().ended, c.pages) << c.paper.toStdString();
+        EXPECT_EQ(run.rec().only("AREA"), c.area.isEmpty() ? QStringList() : QStringList(QList<QString>(c.pages, c.area)))
+            << c.paper.toStdString();
+        session().PreviewMode = false;
+    }
+}
+
+TEST(Grd, ComputedTotalsAskAlphaTwiceAndSumOpFillsTheLastRow)
+{
+    MemoryGridCells cells(measure);
+    Grd grd(&cells);
+    Summary form;
+    auto rows = listRows({"HinCode", "tSuu", "tUGaku"}, {{"1", 2, moneyVariant(Money::fromYen(500))},
+                                                          {"2", 4, moneyVariant(Money::fromYen(600))}});
+    form.rows = rows.get();
+    grd.GrdInit(3);
+    grd.GrdAddColumn(column("コード", "HinCode", "S", "5"));
+    grd.GrdAddColumn(column("単価", "@1", "N", "###,##0.00", 1));
+    GrdColumn op = column("率", "tSuu", "N", "##,##0");
+    op.SumOp = 1;
+    grd.GrdAddColumn(op);
+    grd.GrdSetHeaders();
+    ASSERT_TRUE(grd.GrdFill(rows.get(), &form));
+    EXPECT_EQ(form.alphaCalls, 4);
+    EXPECT_EQ(grd.sum(1), Money::fromYen(400));
+    EXPECT_EQ(cells.text(3, 1), "    400.00");
+    EXPECT_EQ(cells.text(3, 2), " 2,000");
+}
+
+TEST(Grd, AGridWithOnlyItsHeadingIsAMessageAndNoPage)
+{
+    PageRun run;
+    MemoryGridCells cells(measure);
+    Grd grd(&cells);
+    grd.GrdInit(2);
+    grd.GrdAddColumn(column("コード", "HinCode", "S", "5"));
+    grd.GrdAddColumn(column("名称", "aHinNamae", "S", "30"));
+    grd.GrdSetHeaders();
+    auto none = listRows({"HinCode", "aHinNamae"}, {});
+    ASSERT_TRUE(grd.GrdFill(none.get(), nullptr));
+    EXPECT_EQ(cells.rows(), 1);   // nothing summed: no total row either
+    ScopedPageOutput scope(&run.out);
+    EXPECT_FALSE(grd.GrdPrint("t", "s", 0));
+    EXPECT_EQ(run.told(), QStringList{"エラー：印刷する行がありません。"});
+    EXPECT_TRUE(run.rec().log.isEmpty());
+}
+
+TEST(Grd, ExportWritesEveryCellNumbersAsNumbers)
+{
+    QTemporaryDir dir;
+    TempCompany co(0);
+    ScriptedDialogs dialogs;
+    QString written;
+    setSpreadsheetOpener([&](const QString& p) {
+        written = p;
+        return true;
+    });
+    SummaryGrid g(3);
+    ASSERT_TRUE(g.grd.GrdFill(g.rows.get(), &g.form));
+    ASSERT_TRUE(g.grd.GrdExport(QStringLiteral("商品別売上集計")));
+    setSpreadsheetOpener({});
+    const SheetXml sheet(written);
+    ASSERT_TRUE(sheet.ok) << written.toStdString();
+    EXPECT_EQ(sheet.cell("A1"), "コード");
+    EXPECT_EQ(sheet.cell("E1"), "金額");
+    EXPECT_EQ(sheet.cell("A2"), "1");
+    EXPECT_EQ(sheet.cell("B2"), "商品1");
+    EXPECT_EQ(sheet.cell("D3"), "1000");
+    EXPECT_EQ(sheet.cell("E4"), "3000");
+    EXPECT_EQ(sheet.cell("A5"), "合計");
+    EXPECT_EQ(sheet.cell("E5"), "6000");
+    EXPECT_EQ(sheet.refs().size(), 23);   // 5 x 5 cells, 合計's name and unit price empty
+}
+
+TEST(Grd, OnAScreenTableRowZeroIsTheHeading)
+{
+    QTableWidget table;
+    QtGridCells cells(&table);
+    Grd grd(&cells);
+    Summary form;
+    auto rows = listRows({"HinCode", "aHinNamae", "tSuu", "tUGaku"}, {{"0000000000007", "りんご", 3, moneyVariant(Money::fromYen(300))}});
+    form.rows = rows.get();
+    grd.GrdInit(3);
+    grd.GrdAddColumn(column("コード", "@0", "S", "13"));
+    grd.GrdAddColumn(column("名称", "aHinNamae", "S", "30"));
+    grd.GrdAddColumn(column("金額", "tUGaku", "N", "#,###,###", 1));
+    grd.GrdSetHeaders();
+    ASSERT_TRUE(grd.GrdFill(rows.get(), &form));
+    EXPECT_EQ(table.horizontalHeaderItem(0)->text(), "コード");
+    ASSERT_EQ(table.rowCount(), 2);
+    EXPECT_EQ(table.item(0, 0)->text(), "7");
+    EXPECT_EQ(table.item(1, 0)->text(), "合計");
+    EXPECT_EQ(table.item(1, 2)->text(), "      300");
+    EXPECT_TRUE(table.item(0, 2)->textAlignment() & Qt::AlignRight);
+    // Widths in twips come back as they were set, to a pixel.
+    EXPECT_NEAR(cells.columnWidth(2), grd.columns()[2].Width, 15);
+}
+
+}  // namespace
