@@ -45,7 +45,8 @@ public:
     // False when the store failed; the error has then been told.
     bool Init(const LedgerRange& r);
     // Fills Mei (Tdc, Sdc) and reads the rows ordered by date, "DESC" or "" (oldest first), in
-    // one unit of work. False with the error said in the system's wording.
+    // one unit of work that leaves the store as it was. False with the error said in the
+    // system's wording.
     bool OpenLedgerRows(const QString& sort, QString* error);
     // The month's figures of the partner; "-" in all seven when it has no month row.
     void ShowLedgerHeader();

@@ -2,7 +2,8 @@
 // The working table Mei of the partner ledgers: the sales or purchase lines and the money
 // received or paid of one ledger view, merged so that one statement can order them by date.
 // Each fill empties the table first; the caller runs the fill and the read of the rows in one
-// unit of work, so no other station ever reads a half-filled table.
+// unit of work and rolls it back once the rows are held, so no other station ever sees the
+// table filled, let alone half filled.
 #include <QDate>
 #include <QSqlDatabase>
 #include <QString>

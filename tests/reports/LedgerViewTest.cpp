@@ -214,36 +214,44 @@ TEST_F(LedgerView, NoRowsIsSaid)
     EXPECT_EQ(v.rowCount, 0);
 }
 
-TEST_F(LedgerView, MeiHoldsOneViewAndAFailedFillLeavesTheLastOne)
+TEST_F(LedgerView, MeiIsFilledAndReadInOneUnitThatNoOtherStationSees)
 {
+    // Another station's view of Mei, filled as an earlier view left it.
+    books->exec("INSERT INTO Mei (Dno, HinNamae) VALUES (99, '前の表示')");
+    const auto meiSeen = [&] { return books->one("SELECT group_concat(Dno) FROM Mei").toString(); };
     ListDaichou v;
     ASSERT_TRUE(v.Init(month("Sdc", 1, 5)));
-    const auto meiRows = [&] { return books->one("SELECT COUNT(*) FROM Mei").toInt(); };
-    EXPECT_EQ(meiRows(), 3);
-    EXPECT_EQ(books->one("SELECT COUNT(*) FROM Mei WHERE UriFlag='*' AND SizCode=0 AND HinCode=' '").toInt(), 1);
+    EXPECT_EQ(v.rowCount, 3);
+    // Money rows read like lines: a blank code and size.
+    EXPECT_EQ(v.rows.at(0, "UriFlag").toString(), "*");
+    EXPECT_EQ(v.rows.at(0, "HinCode").toString(), " ");
+    EXPECT_EQ(v.rows.at(0, "SizCode").toInt(), 0);
+    EXPECT_EQ(meiSeen(), "99");
 
-    // The lines of the next view fail after its deposits went in.
+    // The lines of the next view fail after its deposits went in: nothing of it stays.
     books->exec("CREATE TEMP TRIGGER refuse BEFORE INSERT ON Mei WHEN NEW.Kubun=1 AND NEW.UriFlag IS NULL "
                 "BEGIN SELECT RAISE(ABORT, 'refused'); END");
     EXPECT_FALSE(v.Init(month("Tdc", 1, 5)));
-    EXPECT_EQ(meiRows(), 3);
+    EXPECT_EQ(meiSeen(), "99");
     EXPECT_EQ(v.rowCount, 0);
     ASSERT_EQ(dlg.of("Tell").size(), 1);
     EXPECT_TRUE(dlg.of("Tell").at(0).startsWith("エラー：")) << dlg.of("Tell").at(0).toStdString();
     books->exec("DROP TRIGGER refuse");
     ASSERT_TRUE(v.Init(month("Tdc", 1, 5)));
-    EXPECT_EQ(meiRows(), 4);
+    EXPECT_EQ(v.rowCount, 4);
+    EXPECT_EQ(meiSeen(), "99");
 }
 
 TEST_F(LedgerView, DepositKindGoesIntoEdaByMonthOnly)
 {
+    // Deposit 2 is a transfer (kind 3) on its row 1; the newest row.
     ListDaichou v;
     ASSERT_TRUE(v.Init(month("Tdc", 1, 5)));
-    EXPECT_EQ(books->one("SELECT Eda FROM Mei WHERE Dno=2 AND UriFlag='*'").toInt(), 3);
+    EXPECT_EQ(v.rows.at(0, "Eda").toInt(), 3);
     ASSERT_TRUE(v.Init(dates("Tdc", 1, 5, 1, 5, 31)));
-    EXPECT_EQ(books->one("SELECT Eda FROM Mei WHERE Dno=2 AND UriFlag='*'").toInt(), 1);
+    EXPECT_EQ(v.rows.at(0, "Eda").toInt(), 1);
     ASSERT_TRUE(v.Init(dates("Sdc", 1, 5, 1, 5, 31)));
-    EXPECT_TRUE(books->one("SELECT Eda FROM Mei WHERE UriFlag='*'").isNull());
+    EXPECT_TRUE(v.rows.at(0, "Eda").isNull());
 }
 
 TEST_F(LedgerView, OrderViewsReadTheirOwnTables)
