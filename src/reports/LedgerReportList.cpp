@@ -154,3 +154,18 @@ QStringList PartnerMonthList::pageLines(const QString& spacedTitle) const
             QStringLiteral("<DATE>1"), QStringLiteral("<LOCATE>0,720"), QStringLiteral("<DTPOS>"),
             QStringLiteral("<ZOUBUN>240"), QStringLiteral("<DTCNT>50"), QStringLiteral("<SIZE>12")};
 }
+
+QList<VtmlField> PartnerMonthList::partnerFields() const
+{
+    const bool s = supplier();
+    return {reportField(QStringLiteral(" ｺｰﾄﾞ"), s ? QStringLiteral("Tsi.SirCode") : QStringLiteral("Tto.TorCode"),
+                        QStringLiteral("N"), QStringLiteral("#####"), 120, false, 12),
+            reportField(s ? QStringLiteral("仕 入 先 名 称") : QStringLiteral("得 意 先 名 称"),
+                        s ? QStringLiteral("SirNamae") : QStringLiteral("TorNamae"), QStringLiteral("S"),
+                        QStringLiteral("30"), 120, false, 12)};
+}
+
+VtmlField PartnerMonthList::amountField(const QString& caption, const QString& name, short gap)
+{
+    return reportField(caption, name, QStringLiteral("N"), QStringLiteral("###,###,##0"), gap, true, 12);
+}

@@ -66,6 +66,9 @@ protected:
     QString yearTitle() const;
     // The page's lines: a title, the period, the page number and the date, then the rows.
     QStringList pageLines(const QString& spacedTitle) const;
+    // The printed code and name columns, and an amount column summed into the totals.
+    QList<VtmlField> partnerFields() const;
+    static VtmlField amountField(const QString& caption, const QString& name, short gap);
 };
 
 // The statement of the list of `code`: the month, its condition, the office and, unless the

@@ -2,7 +2,6 @@
 
 namespace {
 const QString kAmount = QStringLiteral("###,###,###,##0");
-const QString kPrintAmount = QStringLiteral("###,###,##0");
 }
 
 QString RepoSales::title() const { return yearTitle() + sheetName(); }
@@ -64,19 +63,11 @@ ReportDocument RepoSales::printDocument() const
 {
     const bool s = supplier();
     ReportDocument d;
-    d.fields = {
-        reportField(QStringLiteral(" ｺｰﾄﾞ"), s ? QStringLiteral("Tsi.SirCode") : QStringLiteral("Tto.TorCode"),
-                    QStringLiteral("N"), QStringLiteral("#####"), 120, false, 12),
-        reportField(s ? QStringLiteral("仕 入 先 名 称") : QStringLiteral("得 意 先 名 称"),
-                    s ? QStringLiteral("SirNamae") : QStringLiteral("TorNamae"), QStringLiteral("S"), QStringLiteral("30"),
-                    120, false, 12),
-        reportField(s ? QStringLiteral("今回仕入金額") : QStringLiteral("今回売上金額"), QStringLiteral("Gaku"),
-                    QStringLiteral("N"), kPrintAmount, 360, true, 12),
-        reportField(QStringLiteral("返品値引等"), QStringLiteral("@1"), QStringLiteral("N"), kPrintAmount, 240, true, 12),
-        reportField(QStringLiteral("消 費 税"), QStringLiteral("Zeigaku"), QStringLiteral("N"), kPrintAmount, 960, true, 12),
-        reportField(s ? QStringLiteral("今回税込仕入額") : QStringLiteral("今回税込売上額"), QStringLiteral("@2"),
-                    QStringLiteral("N"), kPrintAmount, 720, true, 12),
-    };
+    d.fields = partnerFields();
+    d.fields << amountField(s ? QStringLiteral("今回仕入金額") : QStringLiteral("今回売上金額"), QStringLiteral("Gaku"), 360)
+             << amountField(QStringLiteral("返品値引等"), QStringLiteral("@1"), 240)
+             << amountField(QStringLiteral("消 費 税"), QStringLiteral("Zeigaku"), 960)
+             << amountField(s ? QStringLiteral("今回税込仕入額") : QStringLiteral("今回税込売上額"), QStringLiteral("@2"), 720);
     d.lines = pageLines(s ? QStringLiteral("仕 入 一 覧 表") : QStringLiteral("売 上 一 覧 表"));
     return d;
 }

@@ -2,7 +2,6 @@
 
 namespace {
 const QString kAmount = QStringLiteral("###,###,###,##0");
-const QString kPrintAmount = QStringLiteral("###,###,##0");
 }
 
 QString Zandaka::title() const
@@ -80,26 +79,15 @@ ReportDocument Zandaka::printDocument() const
 {
     const bool s = supplier();
     ReportDocument d;
-    d.fields = {
-        reportField(QStringLiteral(" ｺｰﾄﾞ"), s ? QStringLiteral("Tsi.SirCode") : QStringLiteral("Tto.TorCode"),
-                    QStringLiteral("N"), QStringLiteral("#####"), 120, false, 12),
-        reportField(s ? QStringLiteral("仕 入 先 名 称") : QStringLiteral("得 意 先 名 称"),
-                    s ? QStringLiteral("SirNamae") : QStringLiteral("TorNamae"), QStringLiteral("S"), QStringLiteral("30"),
-                    120, false, 12),
-        reportField(s ? QStringLiteral("前回未払額") : QStringLiteral("前回請求額"), QStringLiteral("Zenkaigaku"),
-                    QStringLiteral("N"), kPrintAmount, 240, true, 12),
-        reportField(s ? QStringLiteral("支 払 額") : QStringLiteral("入 金 額"), QStringLiteral("NTotal"),
-                    QStringLiteral("N"), kPrintAmount, 240, true, 12),
-        reportField(QStringLiteral("繰越金額"), QStringLiteral("@0"), QStringLiteral("N"), kPrintAmount, 720, true, 12),
-        reportField(s ? QStringLiteral("今回仕入金額") : QStringLiteral("今回売上金額"), QStringLiteral("Gaku"),
-                    QStringLiteral("N"), kPrintAmount, 360, true, 12),
-        reportField(QStringLiteral("返品値引等"), QStringLiteral("@1"), QStringLiteral("N"), kPrintAmount, 240, true, 12),
-        reportField(QStringLiteral("消 費 税"), QStringLiteral("Zeigaku"), QStringLiteral("N"), kPrintAmount, 960, true, 12),
-        reportField(s ? QStringLiteral("今回税込仕入額") : QStringLiteral("今回税込売上額"), QStringLiteral("@3"),
-                    QStringLiteral("N"), kPrintAmount, 720, true, 12),
-        reportField(s ? QStringLiteral("税込買掛残高") : QStringLiteral("税込売掛残高"), QStringLiteral("@2"),
-                    QStringLiteral("N"), kPrintAmount, 720, true, 12),
-    };
+    d.fields = partnerFields();
+    d.fields << amountField(s ? QStringLiteral("前回未払額") : QStringLiteral("前回請求額"), QStringLiteral("Zenkaigaku"), 240)
+             << amountField(s ? QStringLiteral("支 払 額") : QStringLiteral("入 金 額"), QStringLiteral("NTotal"), 240)
+             << amountField(QStringLiteral("繰越金額"), QStringLiteral("@0"), 720)
+             << amountField(s ? QStringLiteral("今回仕入金額") : QStringLiteral("今回売上金額"), QStringLiteral("Gaku"), 360)
+             << amountField(QStringLiteral("返品値引等"), QStringLiteral("@1"), 240)
+             << amountField(QStringLiteral("消 費 税"), QStringLiteral("Zeigaku"), 960)
+             << amountField(s ? QStringLiteral("今回税込仕入額") : QStringLiteral("今回税込売上額"), QStringLiteral("@3"), 720)
+             << amountField(s ? QStringLiteral("税込買掛残高") : QStringLiteral("税込売掛残高"), QStringLiteral("@2"), 720);
     d.lines = pageLines(s ? QStringLiteral("買 掛 残 高 一 覧 表") : QStringLiteral("売 掛 残 高 一 覧 表"));
     return d;
 }

@@ -5,10 +5,8 @@
 #include <QScrollBar>
 #include <QTest>
 #include <QFileInfo>
-#include <QTimer>
 #include "entry/FormDriver.h"
-#include "pageout/Excel.h"
-#include "pageout/QtPageOutputs.h"
+#include "reports/LedgerScreenSupport.h"
 #include "reports/LedgerReportFixture.h"
 #include "reports/RepoSales_frm.h"
 #include "reports/Zandaka_frm.h"
@@ -110,17 +108,7 @@ TEST_F(BalanceScreen, SalesListShowsTheMonthAndScrollsByTheBar)
 
 TEST_F(BalanceScreen, F9AndF10PrintAndExportWhatWasRead)
 {
-    session().PreviewMode = true;
-    int pages = 0;
-    setPreviewPageHook([&pages](QWidget* w) {
-        ++pages;
-        QTimer::singleShot(0, w, &QWidget::close);
-    });
-    QStringList opened;
-    setSpreadsheetOpener([&opened](const QString& path) {
-        opened << path;
-        return true;
-    });
+    ReportOutputCatcher caught;
     session().MenuKey = "Kza";
     open(new RepoSales_frm);
     enter("5");
@@ -129,10 +117,8 @@ TEST_F(BalanceScreen, F9AndF10PrintAndExportWhatWasRead)
     press(Qt::Key_F9);
     ASSERT_TRUE(showActive(form));   // back from the preview
     press(Qt::Key_F10);
-    EXPECT_EQ(pages, 1);
-    ASSERT_EQ(opened.size(), 1);
-    EXPECT_TRUE(QFileInfo(opened[0]).fileName().startsWith("仕入一覧表"));
+    EXPECT_EQ(caught.pages, 1);
+    ASSERT_EQ(caught.sheets.size(), 1);
+    EXPECT_TRUE(QFileInfo(caught.sheets[0]).fileName().startsWith("仕入一覧表"));
     EXPECT_TRUE(dlg.of("Tell").isEmpty());
-    setPreviewPageHook({});
-    setSpreadsheetOpener({});
 }

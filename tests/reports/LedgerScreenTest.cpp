@@ -6,11 +6,9 @@
 #include <QScrollBar>
 #include <QTest>
 #include "entry/FormDriver.h"
-#include <QDir>
-#include <QTimer>
+#include <QFileInfo>
 #include "entry/QtBureaucrat.h"
-#include "pageout/Excel.h"
-#include "pageout/QtPageOutputs.h"
+#include "reports/LedgerScreenSupport.h"
 #include "reports/Daichou_frm.h"
 #include "reports/LedgerReportFixture.h"
 #include "reports/ListDaichou_frm.h"
@@ -237,35 +235,23 @@ TEST_F(LedgerScreen, DepositsOpenOnTheDepositScreenByItsKind)
 
 TEST_F(LedgerScreen, F9PreviewsThePagesAndTheButtonWritesTheSheet)
 {
-    session().PreviewMode = true;
-    int pages = 0;
-    setPreviewPageHook([&pages](QWidget* w) {
-        ++pages;
-        QTimer::singleShot(0, w, &QWidget::close);
-    });
-    QStringList opened;
-    setSpreadsheetOpener([&opened](const QString& path) {
-        opened << path;
-        return true;
-    });
+    ReportOutputCatcher caught;
     ListDaichou_frm* v = viewer();
     v->Init(LedgerRange{"Tdc", true, 1, 0, 5});
     ASSERT_TRUE(showActive(v));
     press(Qt::Key_F9);
-    EXPECT_EQ(pages, 1);
+    EXPECT_EQ(caught.pages, 1);
     EXPECT_EQ(v->cell(0, 0)->text(), "05月22日");
     QTest::mouseClick(v->DoExcel(), Qt::LeftButton);
-    ASSERT_EQ(opened.size(), 1);
-    EXPECT_TRUE(QFileInfo(opened[0]).fileName().startsWith("元帳"));
-    EXPECT_TRUE(QFileInfo::exists(opened[0]));
+    ASSERT_EQ(caught.sheets.size(), 1);
+    EXPECT_TRUE(QFileInfo(caught.sheets[0]).fileName().startsWith("元帳"));
+    EXPECT_TRUE(QFileInfo::exists(caught.sheets[0]));
     EXPECT_EQ(v->cell(0, 0)->text(), "05月22日");
     // Without rows F9 prints nothing and the sheet says so.
     v->Init(LedgerRange{"Tdc", true, 1, 0, 7});
     ASSERT_TRUE(showActive(v));   // back from the preview
     press(Qt::Key_F9);
     press(Qt::Key_F10);
-    EXPECT_EQ(pages, 1);
+    EXPECT_EQ(caught.pages, 1);
     EXPECT_EQ(dlg.of("Tell"), QStringList({"対象がありません。", "対象がありません。"}));
-    setPreviewPageHook({});
-    setSpreadsheetOpener({});
 }
