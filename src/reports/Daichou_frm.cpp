@@ -63,6 +63,8 @@ void Daichou_frm::setLookup(Lookup f) { lookupHook() = std::move(f); }
 Daichou_frm::Daichou_frm(QWidget* parent) : QWidget(parent)
 {
     setWindowTitle(QStringLiteral("台帳範囲"));
+    // A fresh form for every opening, so the next one reads its own MenuKey.
+    setAttribute(Qt::WA_DeleteOnClose);
     setFont(screenFont());
     auto* outer = new QVBoxLayout(this);
     title_ = new QLabel(this);

@@ -34,6 +34,8 @@ LedgerReportList_frm::LedgerReportList_frm(std::function<PartnerMonthList*(const
                                            QWidget* parent)
     : QWidget(parent), makeList_(std::move(makeList)), codes_(codes), caption_(caption)
 {
+    // A fresh form for every opening, so the next one reads its own MenuKey.
+    setAttribute(Qt::WA_DeleteOnClose);
     setFont(screenFont());
     auto* outer = new QVBoxLayout(this);
     title_ = new QLabel(this);
