@@ -11,7 +11,11 @@
 #include "reports/LedgerScreenSupport.h"
 #include "reports/Daichou_frm.h"
 #include "reports/LedgerReportFixture.h"
+#include "reports/LedgerReportList_frm.h"
 #include "reports/ListDaichou_frm.h"
+#include "reports/RepoSales_frm.h"
+#include "reports/Zandaka_frm.h"
+#include "shell/QtMenuRun.h"
 #include "shell/QtScreens.h"
 #include "shell/Session.h"
 #include "slips/Slip_frm.h"
@@ -254,4 +258,32 @@ TEST_F(LedgerScreen, F9PreviewsThePagesAndTheButtonWritesTheSheet)
     press(Qt::Key_F10);
     EXPECT_EQ(caught.pages, 1);
     EXPECT_EQ(dlg.of("Tell"), QStringList({"対象がありません。", "対象がありません。"}));
+}
+
+TEST_F(LedgerScreen, MenuItemsOpenTheirListsWithTheirWords)
+{
+    registerScreen("Daichou_frm", [] { return new Daichou_frm; });
+    registerScreen("Zandaka_frm", [] { return new Zandaka_frm; });
+    registerScreen("RepoSales_frm", [] { return new RepoSales_frm; });
+    struct Case {
+        const char* caption;
+        const char* form;
+        QString shown;   // the view word, or the list's title
+    };
+    const QList<Case> cases = {
+        {"得意先元帳", "Daichou_frm", "Tdc"},          {"仕入先元帳", "Daichou_frm", "Sdc"},
+        {"売掛残高一覧", "Zandaka_frm", "2026年度売掛残高一覧"}, {"買掛残高一覧", "Zandaka_frm", "2026年度買掛残高一覧"},
+        {"売上一覧表", "RepoSales_frm", "2026年度売上一覧表"},   {"仕入一覧表", "RepoSales_frm", "2026年度仕入一覧表"},
+    };
+    for (const Case& c : cases) {
+        dlg.askAnswers = {false};   // no ledger processing first
+        ASSERT_TRUE(MenuRun(c.caption)) << c.caption;
+        QWidget* w = screen(c.form);
+        ASSERT_TRUE(w && w->isVisible());
+        const auto* d = qobject_cast<Daichou_frm*>(w);
+        EXPECT_EQ(d ? d->view() : qobject_cast<LedgerReportList_frm*>(w)->Title()->text(), c.shown);
+        w->close();
+        flushDeletes();
+    }
+    EXPECT_EQ(dlg.of("Ask").size(), 6);
 }
