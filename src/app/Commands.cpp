@@ -1,6 +1,7 @@
 #include "app/Commands.h"
 #include <cstdio>
 #include <QDir>
+#include "ledgers/StoreCommands.h"
 #include "ledgers/LedgerCommands.h"
 #include "store/NewCompany.h"
 
@@ -16,9 +17,9 @@ int usage()
         "  velmora                      現在のフォルダの会社で起動します\n"
         "  velmora new DIR [--year YYYY] [--start-month M] [--company NAME]\n"
         "                               新しい会社を作成します\n"
-        "  velmora demo DIR [--slips N] [--seed S]\n"
+        "  velmora demo DIR [--slips N] [--seed S] [--customers N]\n"
         "                               見本の会社を作成します\n")
-        + ledgerCommandsUsage());
+        + ledgerCommandsUsage() + QStringLiteral("\n") + storeCommandsUsage());
     return 2;
 }
 
@@ -67,7 +68,7 @@ int runDemo(const QStringList& args);
 
 bool isCommand(const QString& word)
 {
-    return word == QLatin1String("new") || word == QLatin1String("demo") || isLedgerCommand(word)
+    return word == QLatin1String("new") || word == QLatin1String("demo") || isLedgerCommand(word) || isStoreCommand(word)
            || word.startsWith(QLatin1String("-"));
 }
 
@@ -76,5 +77,6 @@ int runCommand(const QStringList& args)
     if (args.first() == QLatin1String("new")) return runNew(args);
     if (args.first() == QLatin1String("demo")) return runDemo(args);
     if (isLedgerCommand(args.first())) return runLedgerCommand(args);
+    if (isStoreCommand(args.first())) return runStoreCommand(args);
     return usage();
 }

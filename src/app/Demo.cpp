@@ -8,10 +8,11 @@ namespace {
 int usage()
 {
     std::fprintf(stderr, "%s\n", qPrintable(QStringLiteral(
-        "使い方: velmora demo DIR [--slips N] [--seed S]\n"
+        "使い方: velmora demo DIR [--slips N] [--seed S] [--customers N]\n"
         "  DIR        作成するフォルダ (会社のデータがないこと)\n"
         "  --slips N  売上・仕入伝票の数 (0..5000000、既定 3000)\n"
-        "  --seed S   乱数の種 (0 以上の整数、既定 1)")));
+        "  --seed S   乱数の種 (0 以上の整数、既定 1)\n"
+        "  --customers N  得意先の数 (12..100000、既定 100)")));
     return 2;
 }
 
@@ -31,6 +32,9 @@ int runDemo(const QStringList& args)
             ok = ok && opt.slips >= 0 && opt.slips <= 5000000;
         } else if (key == QLatin1String("--seed")) {
             opt.seed = value.toULongLong(&ok);
+        } else if (key == QLatin1String("--customers")) {
+            opt.customers = value.toInt(&ok);
+            ok = ok && opt.customers >= 12 && opt.customers <= 100000;
         }
         if (!ok) return usage();
     }

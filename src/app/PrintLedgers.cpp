@@ -1,4 +1,5 @@
 // `velmora print ledger | balances | sales`: the partner ledgers, balance lists and sales lists.
+#include "app/PrintLedgers.h"
 #include "pageout/PrintRegistry.h"
 #include "reports/LedgerReportCommands.h"
 

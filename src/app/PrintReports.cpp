@@ -1,13 +1,14 @@
 #include "app/PrintReports.h"
+#include "app/PrintInvoices.h"
+#include "app/PrintLedgers.h"
 #include <QGuiApplication>
 #include "ledgers/LedgerCommands.h"
 #include "pageout/QtPrintCommand.h"
 
-void registerLedgerPrints();
-
 void registerPrintReports()
 {
     registerVtmlPrintReport();
+    registerInvoicePrints();
     registerLedgerPrints();
 }
 

@@ -52,12 +52,12 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
     timer.start();
     auto fail = [&](const QString& m) { if (error) *error = m; return false; };
     if (options.slips < 0) return fail(QStringLiteral("伝票数が正しくありません。"));
+    if (options.customers < 12 || options.customers > 100000) return fail(QStringLiteral("得意先数が正しくありません。"));
     const short startMonth = 4;
     const int year = options.year ? options.year : fiscalYearOf(QDate::currentDate(), startMonth);
     const QString root = QDir(dir).absolutePath();
     const QString yearDir = root + QLatin1Char('/') + QString::number(year);
     const bool rootExisted = QFileInfo::exists(root);
-    const bool yearDirExisted = QFileInfo::exists(yearDir);
 
     NewCompanyOptions n;
     n.year = year;
@@ -65,10 +65,10 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
     n.company = demoCompanyName();
     if (!createCompany(dir, n, error)) return false;
 
-    const QString master = root + QStringLiteral("/MASTER.db");
+    const QString master = newCompanyMasterPath(root);
     const QString slip = yearDir + QStringLiteral("/SLIP.db");
     DemoRandom rnd(options.seed);
-    const DemoMasterData data = buildDemoMasters(rnd, year, startMonth);
+    const DemoMasterData data = buildDemoMasters(rnd, year, startMonth, options.customers);
     DemoSlipCounts counts;
     DemoCounters counters;
     QString err;
@@ -77,11 +77,7 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
         fillFile(slip, [&](QSqlDatabase& db) { return writeDemoSlips(db, data, options.slips, rnd, counts, counters, &err); }, &err)
         && fillFile(master, [&](QSqlDatabase& db) { return writeDemoMasters(db, data, counters, &err); }, &err);
     if (!ok) {
-        for (const QString& f : {master, slip}) {
-            QFile::remove(f);
-            QFile::remove(f + QStringLiteral("-journal"));
-        }
-        if (!yearDirExisted) QDir().rmdir(yearDir);
+        removeNewCompany(root, year);
         if (!rootExisted) QDir().rmdir(root);
         return fail(QStringLiteral("見本の会社を作成できませんでした。") + err);
     }

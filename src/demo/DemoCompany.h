@@ -8,6 +8,7 @@ struct DemoOptions {
     int slips = 3000;     // sales and purchase slips together
     uint64_t seed = 1;    // the same seed gives the same company
     int year = 0;         // fiscal year; 0: the one that contains today (it starts in April)
+    int customers = 100;  // customers of the company (12 to 100000)
 };
 
 struct DemoSummary {

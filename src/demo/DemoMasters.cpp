@@ -6,7 +6,6 @@
 
 namespace {
 
-const int kCustomers = 100;
 const int kSuppliers = 30;
 const int kProducts = 500;
 const int kStaff = 8;
@@ -17,6 +16,7 @@ QStringList cols(const char* names) { return QString::fromLatin1(names).split(QL
 struct Builder {
     DemoRandom& r;
     DemoMasterData& d;
+    int customerCount;
     QSet<QString> names;
     QList<QList<int>> suppliersOfClass;   // by Hbn code
 
@@ -252,11 +252,11 @@ void Builder::customers()
     // them; the others mostly bill tax per invoice, rounded down to the yen.
     QList<int> forced;
     while (forced.size() < 12) {
-        const int i = static_cast<int>(r.below(kCustomers));
+        const int i = static_cast<int>(r.below(customerCount));
         if (!forced.contains(i)) forced.append(i);
     }
     DemoRows tka = table("Tka", "TorCode HinCode Tanka");
-    for (int i = 0; i < kCustomers; ++i) {
+    for (int i = 0; i < customerCount; ++i) {
         DemoCustomer c;
         c.code = 1001 + i;
         static const int tbnW[] = {30, 15, 15, 25, 15};
@@ -322,8 +322,8 @@ void Builder::customers()
     // A few branches are billed to another customer of the same closing day.
     const int seikyuColumn = static_cast<int>(t.columns.indexOf(QStringLiteral("Seikyu")));
     for (int made = 0, tries = 0; made < 5 && tries < 200; ++tries) {
-        const int child = static_cast<int>(r.below(kCustomers));
-        const int parent = static_cast<int>(r.below(kCustomers));
+        const int child = static_cast<int>(r.below(customerCount));
+        const int parent = static_cast<int>(r.below(customerCount));
         DemoCustomer& c = d.customers[child];
         const DemoCustomer& p = d.customers[parent];
         if (child == parent || c.seikyu || p.seikyu || p.rule.Sime != c.rule.Sime) continue;
@@ -434,12 +434,12 @@ QMap<short, QString> demoOffices()
     return {{1, QStringLiteral("本社")}, {2, QStringLiteral("大阪営業所")}};
 }
 
-DemoMasterData buildDemoMasters(DemoRandom& rnd, int nendo, short sTuki)
+DemoMasterData buildDemoMasters(DemoRandom& rnd, int nendo, short sTuki, int customers)
 {
     DemoMasterData d;
     d.nendo = nendo;
     d.sTuki = sTuki;
-    Builder b{rnd, d, {}, {}, {}};
+    Builder b{rnd, d, customers, {}, {}, {}};
     b.simpleTables();
     b.staff();
     b.suppliers();

@@ -93,7 +93,7 @@ QString demoCompanyName();
 // The offices of the demo company, code -> name; office 1 first.
 QMap<short, QString> demoOffices();
 
-DemoMasterData buildDemoMasters(DemoRandom& rnd, int nendo, short sTuki);
+DemoMasterData buildDemoMasters(DemoRandom& rnd, int nendo, short sTuki, int customers = 100);
 // Company row, tax options, offices with their counters, and every master table.
 bool writeDemoMasters(QSqlDatabase db, const DemoMasterData& data, const DemoCounters& counters,
                       QString* error);

@@ -126,16 +126,11 @@ bool ExcelBook::Impl::write(const QString& path, QString* error) const
             worksheet_write_number(ws, r, c, v.value<Money>().toDouble(), fmt);
             continue;
         }
-        switch (v.typeId()) {
-        case QMetaType::Int:
-        case QMetaType::UInt:
-        case QMetaType::LongLong:
-        case QMetaType::ULongLong:
-        case QMetaType::Short:
-        case QMetaType::Double:
-        case QMetaType::Float:
+        if (isNumberVariant(v)) {
             worksheet_write_number(ws, r, c, v.toDouble(), fmt);
-            break;
+            continue;
+        }
+        switch (v.typeId()) {
         case QMetaType::Bool:
             worksheet_write_boolean(ws, r, c, v.toBool() ? 1 : 0, fmt);
             break;
@@ -182,7 +177,7 @@ bool ExcelBook::open()
     ShowWait(QStringLiteral("エクセルファイルを作成しています。"));
     d->waiting = true;
     d->cells.clear();
-    // The old export wrote one blank into A1 to make the sheet exist; a caller may overwrite it.
+    // A new sheet starts with one blank in A1, as exports always have; a caller may overwrite it.
     setCell(1, 1, QStringLiteral(" "));
     return true;
 }

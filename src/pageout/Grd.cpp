@@ -162,7 +162,7 @@ bool Grd::GrdFill(ReportRows* rows, ReportForm* form)
                 }
                 short n = ToInt16(col.Name.mid(1));
                 v = form->alpha(n);
-                // A summed computed column asks alpha a second time, as it always did.
+                // A summed computed column asks alpha a second time, so alpha must have no side effects.
                 if (!text && col.Total != 0 && c < kSums) {
                     short again = ToInt16(col.Name.mid(1));
                     sums_[c] += variantMoney(form->alpha(again));

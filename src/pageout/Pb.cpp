@@ -1,6 +1,5 @@
 // The report data driver: measuring the fields, the heading row, the data rows of a page,
 // and the page, running and group totals.
-#include <QMetaType>
 #include "entry/Convert.h"
 #include "pageout/PageSurface.h"
 #include "pageout/ReportForm.h"
@@ -13,22 +12,6 @@ namespace {
 bool numericKind(const VtmlField& f) { return f.Kind == QLatin1String("N") || f.Kind == QLatin1String("P"); }
 
 bool isComputed(const VtmlField& f) { return f.Name.startsWith(QLatin1Char('@')); }
-
-bool isNumber(const QVariant& v)
-{
-    switch (v.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::UInt:
-    case QMetaType::LongLong:
-    case QMetaType::ULongLong:
-    case QMetaType::Short:
-    case QMetaType::Double:
-    case QMetaType::Float:
-        return true;
-    default:
-        return false;
-    }
-}
 
 // The value of a cell: alpha(n) for "@n", else the column with Null as "" or 0.
 bool cellValue(const VtmlField& f, QVariant* value)
@@ -238,6 +221,10 @@ bool pbPageBody()
     }
     while (!s.failed) {
         if (!s.GroupField.isEmpty()) {
+            if (!s.rows->hasColumn(s.GroupField)) {
+                vtmlFail(QStringLiteral("エラー：3265 項目「%1」が帳票のデータにありません。").arg(s.GroupField));
+                return true;
+            }
             const QVariant g = s.rows->value(s.GroupField);
             const QString key = g.isNull() ? QStringLiteral("0") : g.toString();
             if (s.hasPrevGroup && key != s.prevGroup) groupEnd(false);
@@ -275,7 +262,7 @@ QString FixedNumberText(Money value, const QString& pattern) { return FormatRigh
 QString FixedValueText(const QVariant& v, const QString& pattern)
 {
     if (isMoneyVariant(v)) return FixedNumberText(v.value<Money>(), pattern);
-    if (isNumber(v)) return FixedNumberText(v.toDouble(), pattern);
+    if (isNumberVariant(v)) return FixedNumberText(v.toDouble(), pattern);
     const QString t = v.toString().trimmed();
     QString plain = t;
     plain.remove(QLatin1Char(','));

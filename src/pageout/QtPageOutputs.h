@@ -22,6 +22,8 @@ std::unique_ptr<PageOutput> makePreviewOutput(QWidget* parent = nullptr);
 // The printer, chosen in the system print dialog (which also offers a PDF file); nullptr when
 // the clerk cancelled.
 std::unique_ptr<PageOutput> makePrinterOutput(QWidget* parent = nullptr);
+// The same on a printer the caller has chosen and keeps (the slip print's question).
+std::unique_ptr<PageOutput> makePrinterOutput(QPrinter& printer);
 
 // The preview in PreviewMode, else the printer.
 std::unique_ptr<PageOutput> makeReportOutput(QWidget* parent = nullptr);

@@ -1,5 +1,6 @@
 // The outputs that put pages on a paged device: a PDF file and the printer.
 #include <QBuffer>
+#include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QPageLayout>
@@ -31,6 +32,19 @@ QPageLayout layoutFor(const QSizeF& twips)
     const bool wide = w > h;
     const QPageSize size(wide ? QSizeF(h, w) : QSizeF(w, h), QPageSize::Point, QString(), QPageSize::FuzzyMatch);
     return QPageLayout(size, wide ? QPageLayout::Landscape : QPageLayout::Portrait, QMarginsF(0, 0, 0, 0));
+}
+
+void fixPdfFile(const QString& path)
+{
+    QFile in(path);
+    if (!in.open(QIODevice::ReadOnly)) return;
+    QByteArray pdf = in.readAll();
+    in.close();
+    const QByteArray before = pdf;
+    fixPdfToUnicode(pdf);
+    if (pdf == before) return;
+    QSaveFile out(path);
+    if (out.open(QIODevice::WriteOnly) && out.write(pdf) == pdf.size()) out.commit();
 }
 
 class PagedSurface : public QtPageSurface {
@@ -138,9 +152,14 @@ private:
 
 class PrinterOutput : public PageOutput {
 public:
-    explicit PrinterOutput(std::unique_ptr<QPrinter> printer)
-        : printer_(std::move(printer)), surface_(std::make_unique<PagedSurface>(printer_.get(), true))
+    explicit PrinterOutput(std::unique_ptr<QPrinter> printer) : owned_(std::move(printer)), printer_(owned_.get())
     {
+        surface_ = std::make_unique<PagedSurface>(printer_, true);
+    }
+    explicit PrinterOutput(QPrinter& printer) : printer_(&printer)
+    {
+        printer_->setFullPage(true);
+        surface_ = std::make_unique<PagedSurface>(printer_, true);
     }
     ~PrinterOutput() override { abandon(); }
     PageSurface* surface() override { return surface_.get(); }
@@ -155,6 +174,9 @@ public:
             if (error) *error = QStringLiteral("エラー：印刷できませんでした。プリンタを確かめてください。");
             return false;
         }
+        // The print dialog's PDF file gets its text put right as our own PDF files do.
+        if (printer_->outputFormat() == QPrinter::PdfFormat && !printer_->outputFileName().isEmpty())
+            fixPdfFile(printer_->outputFileName());
         return true;
     }
     void abandon() override
@@ -165,7 +187,8 @@ public:
     }
 
 private:
-    std::unique_ptr<QPrinter> printer_;
+    std::unique_ptr<QPrinter> owned_;
+    QPrinter* printer_;
     std::unique_ptr<PagedSurface> surface_;
 };
 
@@ -193,6 +216,8 @@ std::unique_ptr<PageOutput> makePrinterOutput(QWidget* parent)
     }
     return std::make_unique<PrinterOutput>(std::move(printer));
 }
+
+std::unique_ptr<PageOutput> makePrinterOutput(QPrinter& printer) { return std::make_unique<PrinterOutput>(printer); }
 
 std::unique_ptr<PageOutput> makeReportOutput(QWidget* parent)
 {

@@ -157,21 +157,27 @@ QVariant moneyVariant(Money m) { return QVariant::fromValue(m); }
 
 bool isMoneyVariant(const QVariant& v) { return v.metaType() == QMetaType::fromType<Money>(); }
 
+bool isNumberVariant(const QVariant& v)
+{
+    switch (v.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Short:
+    case QMetaType::Double:
+    case QMetaType::Float:
+        return true;
+    default:
+        return false;
+    }
+}
+
 Money variantMoney(const QVariant& v)
 {
     if (v.isNull() || !v.isValid()) return {};
     if (isMoneyVariant(v)) return v.value<Money>();
-    switch (v.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::LongLong:
-    case QMetaType::Short:
-    case QMetaType::UInt:
-    case QMetaType::ULongLong:
-        return Money::fromYen(v.toLongLong());
-    case QMetaType::Double:
-    case QMetaType::Float:
-        return Money::fromDouble(v.toDouble());
-    default:
-        return ToCur(NumText(v.toString()));
-    }
+    if (v.typeId() == QMetaType::Double || v.typeId() == QMetaType::Float) return Money::fromDouble(v.toDouble());
+    if (isNumberVariant(v)) return Money::fromYen(v.toLongLong());
+    return ToCur(NumText(v.toString()));
 }

@@ -47,6 +47,8 @@ std::unique_ptr<ReportRows> bufferedQueryRows(const QSqlDatabase& db, const QStr
 // Money carried in a QVariant: what money columns give, and what alpha may return.
 QVariant moneyVariant(Money m);
 bool isMoneyVariant(const QVariant& v);
+// A value of a numeric type (not a text that reads as a number).
+bool isNumberVariant(const QVariant& v);
 // The value as currency: Money as it is, a number rounded at the fourth decimal, a text by
 // its digits, "." and "-" (so "1,234円" is 1234), Null 0.
 Money variantMoney(const QVariant& v);

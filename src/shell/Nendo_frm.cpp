@@ -10,16 +10,13 @@
 #include "shell/TargetYear.h"
 #include "shell/main_menu_frm.h"
 
-namespace {
-// Hin_frm keeps a record set on the master file: it goes before the file is closed.
-void unloadHin()
+void UnloadHinForm()
 {
     for (QWidget* w : QApplication::topLevelWidgets())
         if (w->objectName() == QLatin1String("Hin_frm") || qstrcmp(w->metaObject()->className(), "Hin_frm") == 0) {
             w->close();
             w->deleteLater();
         }
-}
 }
 
 Nendo_frm::Nendo_frm()
@@ -70,7 +67,7 @@ void Nendo_frm::apply()
     if (cbox_->currentIndex() >= 0) {
         const int year = cbox_->currentData().toInt();
         QApplication::setOverrideCursor(Qt::WaitCursor);
-        unloadHin();
+        UnloadHinForm();
         const YearChange r = ChangeTargetYear(year);
         QApplication::restoreOverrideCursor();
         if (r == YearChange::Lost) {

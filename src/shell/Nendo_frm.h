@@ -4,6 +4,9 @@
 #include <QWidget>
 
 class QComboBox;
+
+// Hin_frm keeps a record set on the master file: it goes before the file is closed.
+void UnloadHinForm();
 class QPushButton;
 
 class Nendo_frm : public QWidget {

@@ -12,6 +12,7 @@
 #include "shell/QtScreens.h"
 #include "shell/Session.h"
 #include "shell/main_menu_frm.h"
+#include "store/QtOptimize.h"
 #include "store/Store.h"
 
 namespace {
@@ -97,8 +98,7 @@ bool MenuRun(const QString& caption)
     const MenuCaption* m = findMenuCaption(caption);
     if (!m) return false;
     if (m->form == QLatin1String("Compact")) {
-        // The compaction itself arrives with the store tools; until then the question is all.
-        Ask(QStringLiteral("実行しますか？"), QStringLiteral("はい"), QStringLiteral("いいえ"));
+        if (Ask(QStringLiteral("実行しますか？"), QStringLiteral("はい"), QStringLiteral("いいえ"))) OptimizeStore();
         return true;
     }
     if (m->form == QLatin1String("Memo")) return MemoPrompt(), true;

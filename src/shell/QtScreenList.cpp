@@ -2,6 +2,8 @@
 #include "entry/Help_frm.h"
 #include "ledgers/AfterWork_frm.h"
 #include "ledgers/TipsMenu_frm.h"
+#include "ledgers/NenjiKosin_frm.h"
+#include "store/Backup_frm.h"
 #include "masters/ms_frm.h"
 #include "masters/Tan_frm.h"
 #include "masters/Deal_frm.h"
@@ -20,6 +22,7 @@
 #include "slips/Slip_frm.h"
 #include "slips/SlipSelect_frm.h"
 #include "slips/SlipList_frm.h"
+#include "reports/Seikyu_frm.h"
 #include "reports/Daichou_frm.h"
 #include "reports/ListDaichou_frm.h"
 #include "reports/RepoSales_frm.h"
@@ -49,9 +52,12 @@ void registerAllScreens()
     registerScreen("SysFunc_frm", [] { return new SysFunc_frm; });
     registerScreen("Opt_frm", [] { return new Opt_frm; });
     registerScreen("Nendo_frm", [] { return new Nendo_frm; });
+    registerScreen("NenjiKosin_frm", [] { return new NenjiKosin_frm; });
+    registerScreen("Backup_frm", [] { return new Backup_frm; });
     registerScreen("myHistory_frm", [] { return new myHistory_frm; });
     registerScreen("Slip_frm", [] { return new Slip_frm; });
     registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
+    registerScreen("Seikyu_frm", [] { return new Seikyu_frm; });
     Slip_frm::setSlipListPicker(&SlipList_frm::pick);
     registerScreen("Daichou_frm", [] { return new Daichou_frm; });
     registerScreen("ListDaichou_frm", [] { return new ListDaichou_frm; });

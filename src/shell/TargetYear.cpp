@@ -1,12 +1,20 @@
 #include "shell/TargetYear.h"
+#include <QDir>
 #include <QFileInfo>
 #include "shell/Session.h"
 #include "store/Store.h"
 
 QList<int> AvailableYears()
 {
+    // Up to the latest year folder, so the year closed by the year-end update stays in reach.
+    int latest = 0;
+    for (const QString& name : QDir::current().entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+        bool isYear = false;
+        const int y = name.toInt(&isYear);
+        if (isYear && QString::number(y) == name) latest = qMax(latest, y);
+    }
     QList<int> years;
-    for (int y = 2000; y <= 2020; ++y)
+    for (int y = 2000; y <= latest; ++y)
         if (QFileInfo(slipPath(y)).isFile()) years << y;
     return years;
 }

@@ -3,7 +3,7 @@
 // run. The marker file and Com.SKai stay as they are, so the next start returns to their year.
 #include <QList>
 
-// Years 2000..2020 that have <year>/SLIP.db, in order.
+// Years from 2000 up to the latest year folder that have <year>/SLIP.db, in order.
 QList<int> AvailableYears();
 
 enum class YearChange {

@@ -1,50 +1,36 @@
 #include "slips/QtSlipPrint.h"
 
-#include <QGuiApplication>
-#include <QPrintDialog>
+#include <QApplication>
 #include <QPrinter>
 
-#include "shell/Dialogs.h"
+#include "pageout/QtPageOutputs.h"
 #include "shell/Session.h"
 #include "slips/SlipSelect_frm.h"
 #include "slips/SlipStyles.h"
+#include "slips/Slip_prn.h"
 
 namespace {
-PrinterQuestion& printerHook()
-{
-    static PrinterQuestion f;
-    return f;
-}
 SlipPageDrawer& drawerHook()
 {
     static SlipPageDrawer f;
     return f;
 }
-
-bool askPrinter(QPrinter& printer)
-{
-    if (printerHook()) return printerHook()(printer);
-    // Nobody can answer a dialog on the offscreen platform.
-    if (QGuiApplication::platformName() == QLatin1String("offscreen")) return true;
-    QPrintDialog dialog(&printer);
-    return dialog.exec() == QDialog::Accepted;
-}
 }  // namespace
 
-void setPrinterQuestion(PrinterQuestion f) { printerHook() = std::move(f); }
+void setPrinterQuestion(PrinterQuestion f) { setPrinterChooser(std::move(f)); }
 void setSlipPageDrawer(SlipPageDrawer f) { drawerHook() = std::move(f); }
-bool slipPageDrawerInstalled() { return bool(drawerHook()); }
 
-bool PrintSlip(long dno, QPrinter& printer)
+bool PrintSlip(long dno)
 {
-    // The mark of a print in progress, up for exactly the length of the print.
     Session& s = session();
     s.SlipPrinting = true;
     bool printed = false;
-    if (!drawerHook())
-        Tell(QStringLiteral("納品書の印刷はまだ用意されていません。伝票は保存されています。"));
-    else
-        printed = drawerHook()(dno, printer);
+    if (drawerHook()) {
+        printed = drawerHook()(dno);
+    } else {
+        Slip_prn prn(s.MasterDb);
+        printed = prn.PrintSlip(dno, nullptr);
+    }
     s.SlipPrinting = false;
     return printed;
 }
@@ -55,14 +41,18 @@ void printAfterSave(const QString& kind, long dno)
     if (kind != QLatin1String("Dur") || dno <= 0) return;
     Session& s = session();
     const short oldStyle = s.SlipStyle;
+    QWidget* screen = QApplication::activeWindow();
     if (slipStyleQuestionOn()) {
-        SlipSelect_frm select;
+        SlipSelect_frm select(screen);
         select.Init(QStringLiteral("Nou"));
         const int answer = select.choose();
+        if (screen) screen->activateWindow();
         if (answer == -1) return;
         s.SlipStyle = short(answer);
     }
-    QPrinter printer;
-    if (askPrinter(printer)) PrintSlip(dno, printer);
+    // The printer question comes first, in preview mode as well; cancelling prints nothing.
+    std::unique_ptr<PageOutput> out = makePrinterOutput(screen);
+    if (out && s.PreviewMode) out = makePreviewOutput(screen);
+    if (out) printTo(*out, [dno] { return PrintSlip(dno); });
     s.SlipStyle = oldStyle;
 }

@@ -1,6 +1,6 @@
 #pragma once
 // F9 on the slip screen after the slip has been saved: the style question, the printer
-// question and the hand-over to the page that draws the delivery slip.
+// question and the printing of the delivery slip.
 #include <functional>
 #include <QString>
 
@@ -10,18 +10,16 @@ class QPrinter;
 // whatever happens here, and SlipStyle is as it was afterwards.
 void printAfterSave(const QString& kind, long dno);
 
-// The printer question: true when a printer was chosen, false when the clerk cancelled.
-// The system printer dialog by default; it is not shown on the offscreen platform, where the
-// default printer is taken.
+// The printer question: true when a printer was chosen, false when the clerk cancelled. It is
+// the page output's own question (the system printer dialog; the default printer on the
+// offscreen platform).
 using PrinterQuestion = std::function<bool(QPrinter& printer)>;
 void setPrinterQuestion(PrinterQuestion f);
 
-// The drawing of the delivery slip, installed by the page output. It gets the slip number,
-// reads the slip rows, chooses its layout by the session's SlipStyle and prints on `printer`.
-using SlipPageDrawer = std::function<bool(long dno, QPrinter& printer)>;
+// The drawing of the delivery slip on the current page output; by default the slip's page of
+// Slip_prn in the session's SlipStyle. Tests may put another in; an empty one restores it.
+using SlipPageDrawer = std::function<bool(long dno)>;
 void setSlipPageDrawer(SlipPageDrawer f);
-bool slipPageDrawerInstalled();
 
-// The print step. Without an installed drawer it says that delivery slips cannot be printed
-// yet and returns false: nothing is pretended.
-bool PrintSlip(long dno, QPrinter& printer);
+// The print step, with the session's mark of a print in progress up for its length.
+bool PrintSlip(long dno);

@@ -1,5 +1,6 @@
 #include "store/NewCompany.h"
 #include <functional>
+#include <unistd.h>
 #include <QDate>
 #include <QSqlError>
 #include <QDir>
@@ -12,9 +13,12 @@
 
 namespace {
 
+const char* const kMasterLink = "MASTER/MASTER.db";
+
 bool holdsStore(const QDir& d)
 {
-    if (d.exists(QStringLiteral("MASTER.db")) || d.exists(QStringLiteral("MASTER/MASTER.db")))
+    if (d.exists(QStringLiteral("MASTER.db")) || QFileInfo(d.filePath(QStringLiteral("MASTER.db"))).isSymLink()
+        || d.exists(QStringLiteral("MASTER/MASTER.db")))
         return true;
     for (const QString& n : d.entryList(QDir::Files))
         if (n.toUpper() == QLatin1String("NENDO")) return true;
@@ -74,6 +78,24 @@ bool fillMaster(QSqlDatabase& db, const NewCompanyOptions& opt, int year)
 
 } // namespace
 
+QString newCompanyMasterPath(const QString& dir)
+{
+    return dir + QLatin1Char('/') + QString::fromLatin1(kMasterLink);
+}
+
+void removeNewCompany(const QString& dir, int year)
+{
+    const QString root = QDir(dir).absolutePath();
+    const QString files[] = {root + QStringLiteral("/MASTER.db"), newCompanyMasterPath(root),
+                             root + QStringLiteral("/%1/SLIP.db").arg(year)};
+    for (const QString& f : files) {
+        QFile::remove(f);
+        QFile::remove(f + QStringLiteral("-journal"));
+    }
+    QDir().rmdir(QFileInfo(newCompanyMasterPath(root)).path());
+    QDir().rmdir(root + QLatin1Char('/') + QString::number(year));
+}
+
 int fiscalYearOf(const QDate& date, int startMonth)
 {
     return date.month() >= startMonth ? date.year() : date.year() - 1;
@@ -92,23 +114,30 @@ bool createCompany(const QString& dirPath, const NewCompanyOptions& opt, QString
     if (madeDir && !QDir().mkpath(dir.absolutePath())) return fail(QStringLiteral("フォルダを作成できません。"));
 
     const QString yearDir = dir.absoluteFilePath(QString::number(year));
-    const bool madeYearDir = !QFileInfo::exists(yearDir);
     QDir().mkpath(yearDir);
-    const QString masterTmp = dir.absoluteFilePath(QStringLiteral("MASTER.db.new"));
+    const QString master = newCompanyMasterPath(dir.absolutePath());
+    QDir().mkpath(QFileInfo(master).path());
+    const QString masterTmp = master + QStringLiteral(".new");
     const QString slipTmp = yearDir + QStringLiteral("/SLIP.db.new");
     QFile::remove(masterTmp);
     QFile::remove(slipTmp);
 
+    // The master file lives in MASTER/, where the reopening, backup and compaction look for
+    // it; the root MASTER.db that the start opens is a relative link to it, so the folder can
+    // be moved as a whole. The link comes last: until then the folder holds no company.
     QString err;
     bool ok = writeFile(masterTmp, StoreFile::Master, [&](QSqlDatabase& db) { return fillMaster(db, opt, year); }, &err)
               && writeFile(slipTmp, StoreFile::Slip, [](QSqlDatabase&) { return true; }, &err)
               && QFile::rename(slipTmp, yearDir + QStringLiteral("/SLIP.db"))
-              && QFile::rename(masterTmp, dir.absoluteFilePath(QStringLiteral("MASTER.db")));
+              && QFile::rename(masterTmp, master);
+    if (ok && ::symlink(kMasterLink, QFile::encodeName(dir.absoluteFilePath(QStringLiteral("MASTER.db"))).constData()) != 0) {
+        err = QStringLiteral("MASTER.db のリンクを作成できません。");
+        ok = false;
+    }
     if (!ok) {
         QFile::remove(masterTmp);
         QFile::remove(slipTmp);
-        QFile::remove(yearDir + QStringLiteral("/SLIP.db"));
-        if (madeYearDir) QDir().rmdir(yearDir);
+        removeNewCompany(dir.absolutePath(), year);
         if (madeDir) QDir().rmdir(dir.absolutePath());
         return fail(QStringLiteral("会社のデータを作成できませんでした。") + err);
     }

@@ -6,6 +6,7 @@
 #include <QSqlQuery>
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
+#include "store/BackupFiles.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
 
@@ -186,6 +187,10 @@ bool OpenStore()
 bool ReopenMaster()
 {
     Session& s = session();
+    // Without the marker the reopening needs the master file in its MASTER folder: say so.
+    if (!s.YearFolderMode)
+        if (const QString problem = masterLayoutProblem(false, s.Nendo); !problem.isEmpty())
+            return reportFailure(StoreFailure{14, QStringLiteral("SQLite"), problem});
     return openMaster(s.YearFolderMode ? yearMasterPath(s.Nendo) : reopenMasterPathNoMarker());
 }
 

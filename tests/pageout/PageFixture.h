@@ -8,6 +8,19 @@
 #include "support/RecordingSurface.h"
 #include "support/ScriptedDialogs.h"
 
+inline VtmlField makeField(const QString& caption, const QString& name, const QString& kind, const QString& format,
+                           short gap = 0, short total = 0)
+{
+    VtmlField f;
+    f.Caption = caption;
+    f.Name = name;
+    f.Kind = kind;
+    f.Format = format;
+    f.Gap = gap;
+    f.Total = total;
+    return f;
+}
+
 struct PageRun {
     RecordingOutput out;
     ScriptedDialogs dialogs;

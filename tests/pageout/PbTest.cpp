@@ -8,20 +8,7 @@ namespace {
 
 // A code column 6 blanks wide (600 twips at size 10) and an amount column "#,###,##0"
 // (900 twips) that is summed; the rows start at y 1000, 240 apart, two to a page.
-VtmlField field(const QString& caption, const QString& name, const QString& kind, const QString& format,
-                short gap = 0, short total = 0)
-{
-    VtmlField f;
-    f.Caption = caption;
-    f.Name = name;
-    f.Kind = kind;
-    f.Format = format;
-    f.Gap = gap;
-    f.Total = total;
-    return f;
-}
-
-const QList<VtmlField> kFields = {field("コード", "Code", "S", "6", 100), field("金額", "Gaku", "N", "#,###,##0", 0, 1)};
+const QList<VtmlField> kFields = {makeField("コード", "Code", "S", "6", 100), makeField("金額", "Gaku", "N", "#,###,##0", 0, 1)};
 const QStringList kLines = {"<AREA>10000,14000", "<SIZE>10", "<LOCATE>0,1000", "<DTPOS>", "<ZOUBUN>240", "<DTCNT>2"};
 
 QVariant yen(qint64 y) { return moneyVariant(Money::fromYen(y)); }
@@ -121,7 +108,7 @@ TEST(Pb, NumberTextIsFixedWidthNullIsZeroAndWideNumbersLoseTheirLeft)
     };
     for (const Case& c : cases) {
         Report r;
-        ASSERT_TRUE(r.print({{"X", c.value}}, {field("額", "Gaku", "N", c.format)}, kLines));
+        ASSERT_TRUE(r.print({{"X", c.value}}, {makeField("額", "Gaku", "N", c.format)}, kLines));
         EXPECT_EQ(r.texts(1).at(1), c.text) << c.format.toStdString();
     }
 }
@@ -152,9 +139,9 @@ TEST(Pb, ComputedCellsAndDigitCells)
             return QStringLiteral("1,200円");
         }
     } form;
-    VtmlField digits = field("番号", "Gaku", "P", "00000");
+    VtmlField digits = makeField("番号", "Gaku", "P", "00000");
     digits.Pitch = 50;
-    const QList<VtmlField> fields = {field("名", "@0", "S", "4", 0), field("額", "@1", "N", "##,##0", 0, 1), digits};
+    const QList<VtmlField> fields = {makeField("名", "@0", "S", "4", 0), makeField("額", "@1", "N", "##,##0", 0, 1), digits};
     Report r;
     r.rows = nullptr;
     std::unique_ptr<ReportRows> rows = listRows({"Code", "Gaku"}, {{"山田", 123}});
@@ -176,12 +163,12 @@ TEST(Pb, ComputedCellsAndDigitCells)
 
 TEST(Pb, PlacedCellsStandAtTheirOwnXAndRowOffset)
 {
-    VtmlField placed = field("額", "Gaku", "N", "###", 0);
+    VtmlField placed = makeField("額", "Gaku", "N", "###", 0);
     placed.X = 5000;
     placed.Y = 30;
     Report r;
-    ASSERT_TRUE(r.print(rowsOf({{"A", yen(7)}, {"B", yen(8)}}), {field("コード", "Code", "S", "2", 10), placed,
-                                                                  field("後", "Code", "S", "2")}));
+    ASSERT_TRUE(r.print(rowsOf({{"A", yen(7)}, {"B", yen(8)}}), {makeField("コード", "Code", "S", "2", 10), placed,
+                                                                  makeField("後", "Code", "S", "2")}));
     // Placed rows are counted from the data's top, the heading not counted; the next column
     // follows the cumulative position, not the placed one.
     EXPECT_EQ(r.drawn(1).mid(4, 6), (QStringList{"T 0,1340 A", "T 5000,1030   7", "T 510,1340 A",
@@ -191,9 +178,9 @@ TEST(Pb, PlacedCellsStandAtTheirOwnXAndRowOffset)
 TEST(Pb, ATallerCellRaisesTheAdvanceOfTheFollowingRows)
 {
     // The first column at size 14 (336 high); the heading is drawn in the last field's 10.
-    VtmlField big = field("コード", "Code", "S", "2");
+    VtmlField big = makeField("コード", "Code", "S", "2");
     big.FontSize = 14;
-    VtmlField small = field("額", "Gaku", "N", "###");
+    VtmlField small = makeField("額", "Gaku", "N", "###");
     small.FontSize = 10;
     Report r;
     ASSERT_TRUE(r.print(rowsOf({{"A", yen(1)}, {"B", yen(2)}}), {big, small}));
@@ -264,22 +251,26 @@ TEST(Pb, AMistakeOfTheReportStopsTheDocumentWithNothingHalf)
         const char* what;
         QList<VtmlField> fields;
         QString message;
+        QString group = {};
     } cases[] = {
-        {"a column not in the rows", {field("額", "Kingaku", "N", "###")},
+        {"a column not in the rows", {makeField("額", "Kingaku", "N", "###")},
          "エラー：3265 項目「Kingaku」が帳票のデータにありません。"},
-        {"a computed field without a report form", {field("額", "@2", "S", "3")},
+        {"a computed field without a report form", {makeField("額", "@2", "S", "3")},
          "エラー：項目「@2」の値を返す帳票がありません。"},
+        {"a group column not in the rows", kFields, "エラー：3265 項目「Bumon」が帳票のデータにありません。", "Bumon"},
     };
     for (const Case& c : cases) {
         Report r;
-        EXPECT_FALSE(r.print(rowsOf({{"A", yen(1)}}), c.fields)) << c.what;
+        EXPECT_FALSE(r.print(rowsOf({{"A", yen(1)}}), c.fields, kLines, nullptr, [&] {
+            PbSetGroupField(c.group);
+        })) << c.what;
         EXPECT_EQ(r.run.told(), QStringList{c.message}) << c.what;
         EXPECT_EQ(r.pages(), 0);
     }
 
     // A cell that runs past the 16-bit range on the fifth row: the page of four rows that
     // were drawn is dropped with it.
-    VtmlField low = field("額", "Gaku", "N", "###");
+    VtmlField low = makeField("額", "Gaku", "N", "###");
     low.Y = 30000;
     Report r;
     QList<QVariantList> data;
@@ -305,7 +296,7 @@ TEST(Pb, RowsOfAStatementGiveMoneyColumnsAsMoneyAndAFailedStatementStops)
         VtmlClear();
         VtmlAddField(kFields[0]);
         VtmlAddField(kFields[1]);
-        VtmlAddField(field("数", "Suu", "N", "##0", 0, 1));
+        VtmlAddField(makeField("数", "Suu", "N", "##0", 0, 1));
         PbSetRows(r.rows.get());
         for (const QString& l : kLines) VtmlAddLine(l);
         ASSERT_TRUE(r.run.print());

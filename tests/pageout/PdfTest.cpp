@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <QDir>
+#include <QPrinter>
 #include <QProcess>
 #include <QRawFont>
 #include <QTemporaryDir>
@@ -26,20 +27,10 @@ bool drawInvoice()
                                         {"株式会社ベルモラ", moneyVariant(Money::fromYen(3500))},
                                         {"丸三食品", moneyVariant(Money::fromYen(98765))}});
     VtmlClear();
-    VtmlField f;
-    f.Caption = QStringLiteral("得意先名");
-    f.Name = QStringLiteral("Namae");
-    f.Kind = QStringLiteral("S");
-    f.Format = QStringLiteral("30");
-    f.FontName = QStringLiteral("ＭＳ ゴシック");
-    VtmlAddField(f);
-    VtmlFieldClear(f);
-    f.Caption = QStringLiteral("金額");
-    f.Name = QStringLiteral("Gaku");
-    f.Kind = QStringLiteral("N");
-    f.Format = QStringLiteral("#,###,##0");
-    f.Total = 1;
-    VtmlAddField(f);
+    VtmlField name = makeField("得意先名", "Namae", "S", "30");
+    name.FontName = QStringLiteral("ＭＳ ゴシック");
+    VtmlAddField(name);
+    VtmlAddField(makeField("金額", "Gaku", "N", "#,###,##0", 0, 1));
     PbSetRows(rows.get());
     for (const char* l : {"<AREA>15600,8880", "<FONT>ＭＳ 明朝", "<SIZE>16", "<CENTER>", "<FREE>0,300,御請求書",
                           "<LEFT>", "<SIZE>11", "<LOCATE>0,1200", "<DTPOS>", "<ZOUBUN>300", "<DTCNT>2"})
@@ -114,6 +105,31 @@ TEST(Pdf, IdeographsSharingARadicalsGlyphReadBackAsThemselves)
     QString text = tool("pdftotext", {file, "-"});
     text.remove(QRegularExpression("\\s"));
     EXPECT_EQ(text, ideographs);
+}
+
+// The print dialog's answer decides: cancelled, nothing; a printer (here its PDF file), the
+// pages on it, on the printer's own paper.
+TEST(Pdf, ThePrinterIsWhatThePrintDialogChose)
+{
+    QTemporaryDir dir;
+    ScriptedDialogs dialogs;
+    const QString file = dir.filePath("printer.pdf");
+    setPrinterChooser([](QPrinter&) { return false; });
+    EXPECT_FALSE(makePrinterOutput());
+    setPrinterChooser([&](QPrinter& p) {
+        p.setOutputFormat(QPrinter::PdfFormat);
+        p.setOutputFileName(file);
+        return true;
+    });
+    std::unique_ptr<PageOutput> out = makePrinterOutput();
+    setPrinterChooser({});
+    ASSERT_TRUE(out);
+    EXPECT_TRUE(out->surface()->hasOwnPaper());
+    ASSERT_TRUE(printTo(*out, drawInvoice));
+    const QString text = tool("pdftotext", {file, "-"});
+    EXPECT_TRUE(text.contains("株式会社ベルモラ"));
+    EXPECT_TRUE(text.contains("金額")) << text.toStdString();
+    EXPECT_TRUE(tool("pdfinfo", {file}).contains(QRegularExpression("Pages:\\s+2")));
 }
 
 TEST(Pdf, NoHalfFile)

@@ -49,12 +49,7 @@ TEST(Preview, APageAtATimeInAModalWindowSizedToThePage)
     std::unique_ptr<PageOutput> out = makePreviewOutput();
     ASSERT_TRUE(printTo(*out, [&] {
         VtmlClear();
-        VtmlField f;
-        f.Caption = QStringLiteral("名前");
-        f.Name = QStringLiteral("Namae");
-        f.Kind = QStringLiteral("S");
-        f.Format = QStringLiteral("10");
-        VtmlAddField(f);
+        VtmlAddField(makeField("名前", "Namae", "S", "10"));
         PbSetRows(rows.get());
         for (const char* l : {"<AREA>8400,5940", "<FONT>ＭＳ 明朝", "<SIZE>20", "<FREE>600,300,見本の帳票", "<SIZE>10",
                               "<LOCATE>600,1500", "<DTPOS>", "<ZOUBUN>300", "<DTCNT>2"})

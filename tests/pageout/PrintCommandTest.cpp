@@ -51,12 +51,7 @@ void registerOffices()
             return book.saveAs(r.xlsx, error);
         }
         VtmlClear();
-        VtmlField f;
-        f.Caption = QStringLiteral("営業所");
-        f.Name = QStringLiteral("Namae");
-        f.Kind = QStringLiteral("S");
-        f.Format = QStringLiteral("20");
-        VtmlAddField(f);
+        VtmlAddField(makeField("営業所", "Namae", "S", "20"));
         PbSetRows(rows.get());
         VtmlAddLine(QStringLiteral("<AREA>11906,16838"));
         VtmlAddLine(QStringLiteral("<FREE>600,300,営業所一覧 ") + session().EigNamae);

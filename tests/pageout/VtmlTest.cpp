@@ -166,8 +166,7 @@ TEST(Vtml, BkgrdCallsTheReportForm)
     EXPECT_EQ(run.rec().texts(), QStringList{"背景"});
 }
 
-// Where the old program stopped with a platform error, the document stops with a message and
-// nothing of it comes out.
+// A document that cannot be drawn stops with a message, and nothing of it comes out.
 TEST(Vtml, ErrorsStopTheDocumentAndDrawNothingHalf)
 {
     struct Case {

@@ -195,9 +195,9 @@ TEST(Dialogs, ConfirmRequestAndAlertOnScreen)
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
-TEST(TargetYear, ListOffersYearsUpTo2020WithASlipFileAndEmptyItOnlyCloses)
+TEST(TargetYear, ListOffersYearsFrom2000UpToTheLatestFolderAndEmptyItOnlyCloses)
 {
-    TempCompany co(2021);
+    TempCompany co(1999);
     ScriptedDialogs dlg;
     MenuModel model;
     ASSERT_EQ(runStartup(model).kind, StartupResult::Run);
@@ -207,23 +207,26 @@ TEST(TargetYear, ListOffersYearsUpTo2020WithASlipFileAndEmptyItOnlyCloses)
     QTest::mouseClick(f->findChild<QPushButton*>("SetBtn"), Qt::LeftButton);
     QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(f.isNull());
-    EXPECT_EQ(session().Nendo, 2021);
+    EXPECT_EQ(session().Nendo, 1999);
     EXPECT_TRUE(session().MasterDb.isOpen());
 
-    for (const char* y : {"2018", "2019", "1999"}) {
+    // Past 2020 too: the year a year-end update closed stays in the list.
+    for (const char* y : {"2018", "2019", "2031"}) {
         QDir().mkpath(y);
-        QFile::copy("2021/SLIP.db", QString(y) + "/SLIP.db");
+        QFile::copy("1999/SLIP.db", QString(y) + "/SLIP.db");
     }
     QDir().mkpath("2017");   // a folder without a slip file
-    EXPECT_EQ(AvailableYears(), QList<int>({2018, 2019}));
+    QDir().mkpath("2031.new");
+    EXPECT_EQ(AvailableYears(), QList<int>({2018, 2019, 2031}));
     Nendo_frm list;
-    ASSERT_EQ(list.list()->count(), 2);
+    ASSERT_EQ(list.list()->count(), 3);
     EXPECT_EQ(list.list()->currentText(), "2018");
 }
 
 TEST(TargetYear, SetReopensTheYearAndKeepsTheSessionValues)
 {
     TempCompany co(2019);
+    ASSERT_TRUE(co.useRootMasterFile());
     QDir().mkpath("2018");
     QFile::copy("2019/SLIP.db", "2018/SLIP.db");
     ASSERT_TRUE(co.execOn("2018/SLIP.db", {"INSERT INTO Dur (Dno, EigCode, Hizuke) VALUES (18, 1, '2018-05-01')"}));

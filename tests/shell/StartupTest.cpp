@@ -65,6 +65,7 @@ TEST(Startup, SecondStartReadsTheRatesAndTouchesNothing)
 TEST(Startup, CompanyRowOverridesTheMarkerAndItsYearIsAttached)
 {
     TempCompany co(2026);
+    ASSERT_TRUE(co.useRootMasterFile());
     // Year folders: the marker names 2025, whose master still says the year begins in 2026.
     ASSERT_TRUE(QDir().mkpath("2025"));
     ASSERT_TRUE(QFile::rename("MASTER.db", "2025/MASTER.db"));

@@ -4,8 +4,10 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPrinter>
+#include <QProcess>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include "entry/FormDriver.h"
@@ -215,8 +217,12 @@ TEST_F(SlipFormTest, F9SavesThenAsksTheStyleAndPrinter)
 {
     slipRun("INSERT INTO zSysFunc (Code, contents) VALUES (385, '1:標準,2:複写'), (1101, '7-特注')");
     QList<int> stylesAtPrint;
-    setPrinterQuestion([&](QPrinter&) {
+    QTemporaryDir tmp;
+    const QString pdf = tmp.filePath("slip.pdf");
+    setPrinterQuestion([&](QPrinter& printer) {
         stylesAtPrint << session().SlipStyle;
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(pdf);
         return true;
     });
     open();
@@ -239,8 +245,14 @@ TEST_F(SlipFormTest, F9SavesThenAsksTheStyleAndPrinter)
     EXPECT_EQ(stylesAtPrint, QList<int>{2});
     EXPECT_EQ(session().SlipStyle, 0);
     EXPECT_EQ(count("SELECT count(*) FROM Dur"), 2);   // Esc still leaves the slip saved
-    // No delivery slip drawing yet: said so, not pretended.
-    EXPECT_EQ(dlg.of("Tell"), QStringList{"納品書の印刷はまだ用意されていません。伝票は保存されています。"});
+    // The delivery slip of the first one, with its receipt copy (style 2).
+    QProcess text;
+    text.start("pdftotext", {pdf, "-"});
+    ASSERT_TRUE(text.waitForFinished(30000));
+    const QString printed = QString::fromUtf8(text.readAllStandardOutput()).normalized(QString::NormalizationForm_KC);
+    EXPECT_EQ(printed.count("大阪物産"), 2);
+    EXPECT_TRUE(printed.contains("受領印"));
+    EXPECT_TRUE(dlg.of("Tell").isEmpty());
 }
 
 TEST_F(SlipFormTest, PurchaseSlipHidesTheDestinationAndOfficeChangeClears)

@@ -32,6 +32,7 @@ TEST(Store, OpensWithoutMarkerAndReachesSlipTablesByPlainName)
 TEST(Store, MarkerSelectsTheYearsMasterAndReopenUsesMasterFolderWithoutIt)
 {
     TempCompany co(2001);
+    ASSERT_TRUE(co.useRootMasterFile());
     // Year-folder layout: the master of 2001 lives in 2001/.
     ASSERT_TRUE(QFile::rename("MASTER.db", "2001/MASTER.db"));
     { QFile m("NENDO"); ASSERT_TRUE(m.open(QIODevice::WriteOnly)); m.write(" 2001\r\n"); }

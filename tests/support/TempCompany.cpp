@@ -1,4 +1,5 @@
 #include "support/TempCompany.h"
+#include <QFile>
 #include "shell/Session.h"
 #include "store/NewCompany.h"
 #include "store/Sql.h"
@@ -21,6 +22,12 @@ TempCompany::~TempCompany()
     CloseStore();
     session() = Session();
     QDir::setCurrent(oldCwd_);
+}
+
+bool TempCompany::useRootMasterFile() const
+{
+    return QFile::remove(file("MASTER.db")) && QFile::rename(file("MASTER/MASTER.db"), file("MASTER.db"))
+           && QDir(file("MASTER")).removeRecursively();
 }
 
 bool TempCompany::open()

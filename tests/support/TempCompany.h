@@ -12,6 +12,9 @@ public:
     ~TempCompany();
     QString path() const { return dir_.path(); }
     QString file(const QString& rel) const { return dir_.filePath(rel); }
+    // The layout of an installation from before the MASTER folder: the root MASTER.db a plain
+    // file, no MASTER folder (a new company keeps MASTER/MASTER.db with a link at the root).
+    bool useRootMasterFile() const;
     // OpenStore + OpenSlip + AttachSlipTables + CloseSlip with session().Nendo = year.
     bool open();
     // Runs statements on one of the company's files (e.g. "2026/SLIP.db") through a

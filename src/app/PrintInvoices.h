@@ -1,0 +1,3 @@
+#pragma once
+// `velmora print invoices` and `velmora print slip`.
+void registerInvoicePrints();

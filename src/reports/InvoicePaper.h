@@ -1,0 +1,7 @@
+#pragma once
+// The preprinted invoice form drawn on plain paper: title, the company's letterhead, the
+// labels of the period, the columns, the boxes of the three amounts and the rules. The data of
+// the invoice keep their places; this only draws what the preprinted paper would carry.
+#include <QSqlDatabase>
+
+void drawInvoicePaper(const QSqlDatabase& db);

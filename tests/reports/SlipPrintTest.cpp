@@ -1,0 +1,188 @@
+#include <QApplication>
+#include <QFile>
+#include <QPrinter>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <QWidget>
+#include "reports/InvoiceFixture.h"
+#include "shell/Session.h"
+#include "slips/QtSlipPrint.h"
+#include "slips/Slip_prn.h"
+
+namespace {
+// One slip per tax mode: pens outside tax, tea inside tax (1,080 with 99 of tax), stamps not
+// taxable. The line taxes are those the slip screen leaves for the customer's mode.
+class SlipPrintTest : public ::testing::Test {
+protected:
+    InvoiceCompany co;
+    ScriptedDialogs dlg;
+
+    void SetUp() override
+    {
+        co.addHin("1001", "ボールペン");
+        co.addHin("1002", "お茶");
+        co.addHin("1003", "切手");
+        const char* names[] = {"請求書毎商店", "納品書毎商店", "明細毎商店", "免税商店"};
+        for (int mode = 1; mode <= 4; ++mode) {
+            co.addTor(2000 + mode, QString::fromUtf8(names[mode - 1]), 31, mode);
+            const qint64 penTax = mode == 2 || mode == 3 ? 120 : 0;
+            co.sale(mode, QDate(2026, 5, 15), 2000 + mode, 0, 5,
+                    {{"1001", 10, 120, 0, 1, penTax}, {"1002", 2, 540, 981, 2, 99}, {"1003", 1, 84, 0, 3, 0}},
+                    QStringLiteral("午前着"));
+        }
+        co.addNou(2001, 3, "北倉庫");
+        co.exec("UPDATE Dur SET NouCode = 3 WHERE Dno = 1");
+    }
+
+    Recorded print(long dno, short style = 0)
+    {
+        Recorded r;
+        session().SlipStyle = style;
+        Slip_prn prn(co.db());
+        const ScopedPageOutput scope(&r.out);
+        QString error;
+        EXPECT_TRUE(prn.PrintSlip(dno, &error)) << qPrintable(error);
+        return r;
+    }
+};
+}  // namespace
+
+TEST_F(SlipPrintTest, TaxStandsOnTheSlipAsTheCustomersModePutsIt)
+{
+    const struct {
+        int mode;
+        QString header;
+        QStringList lineTax;   // the tax column of the three lines
+        QString zei, total, note;
+    } cases[] = {
+        {1, "税区分", {"", "内税", "非課税"}, "99", "2,364", "※消費税は請求書にて一括して計算いたします。"},
+        {2, "税区分", {"", "内税", "非課税"}, "219", "2,484", ""},
+        {3, "消費税", {"120", "99", "0"}, "219", "2,484", ""},
+        {4, "税区分", {"", "内税", "非課税"}, "99", "2,364", "※免税のため消費税は計算しておりません。"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.mode);
+        const Recorded r = print(c.mode);
+        ASSERT_EQ(r.pages(), 1);
+        const QStringList t = r.rec().texts();
+        EXPECT_TRUE(t.contains("納　品　書"));
+        EXPECT_FALSE(t.contains("受　領　書"));
+        EXPECT_TRUE(t.contains(c.header));
+        EXPECT_TRUE(t.contains(QStringLiteral("伝票No. %1").arg(c.mode)));
+        EXPECT_TRUE(t.contains("2026年5月15日"));
+        EXPECT_TRUE(t.contains("午前着"));
+        EXPECT_TRUE(t.contains("株式会社丸八商事"));
+        EXPECT_EQ(t.contains(c.note), !c.note.isEmpty());
+        // Lines: code, name, then quantity, price and amount flush right against their columns
+        // (size 10: a half-width character is 100 twips wide).
+        const QString lines[3][5] = {{"1001", "ボールペン", "10", "120", "1,200"},
+                                     {"1002", "お茶", "2", "540", "1,080"},
+                                     {"1003", "切手", "1", "84", "84"}};
+        for (int i = 0; i < 3; ++i) {
+            const int y = 2590 + 270 * i;
+            EXPECT_EQ(r.at(1, 627, y), lines[i][0]);
+            EXPECT_EQ(r.at(1, 2460, y), lines[i][1]);
+            EXPECT_EQ(r.at(1, 7240 - 100 * int(lines[i][2].size()), y), lines[i][2]);
+            EXPECT_EQ(r.at(1, 8640 - 100 * int(lines[i][3].size()), y), lines[i][3]);
+            EXPECT_EQ(r.at(1, 10240 - 100 * int(lines[i][4].size()), y), lines[i][4]);
+            const QString tax = c.lineTax[i];
+            if (c.mode == 3) {
+                EXPECT_EQ(r.at(1, 11279 - 100 * int(tax.size()), y), tax);
+            } else if (!tax.isEmpty()) {
+                EXPECT_EQ(r.at(1, 10360, y), tax);
+            }
+        }
+        // Without tax, tax, and the total, under the amounts.
+        const QString totals[] = {"2,265", c.zei, c.total};
+        for (int i = 0; i < 3; ++i)
+            EXPECT_EQ(r.at(1, 10240 - 100 * int(totals[i].size()), 6650 + 280 * i), totals[i]) << i;
+    }
+}
+
+TEST_F(SlipPrintTest, CustomerAndDestinationAreAddressedWithTheirHonorific)
+{
+    const Recorded r = print(1);
+    EXPECT_EQ(r.at(1, 680, 1000), "請求書毎商店");
+    EXPECT_EQ(r.at(1, 5300, 1000), "様");
+    EXPECT_EQ(r.at(1, 680, 1450), "納入先　北倉庫　様");
+    EXPECT_FALSE(print(2).rec().texts().join('|').contains("納入先"));
+    // The era when the company shows years so.
+    session().Hiz = 1;
+    EXPECT_TRUE(print(2).rec().texts().contains("平成38年5月15日"));
+}
+
+TEST_F(SlipPrintTest, StyleTwoAddsTheReceiptCopyAndAnUnknownStylePrintsTheSlipAlone)
+{
+    const struct {
+        short style;
+        bool receipt;
+    } cases[] = {{0, false}, {1, false}, {2, true}, {7, false}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.style);
+        const Recorded r = print(2, c.style);
+        ASSERT_EQ(r.pages(), 1);
+        const QStringList t = r.rec().texts();
+        EXPECT_EQ(r.rec().log.contains(c.receipt ? "AREA 11906,16838" : "AREA 11906,8419"), true);
+        EXPECT_EQ(t.contains("受　領　書"), c.receipt);
+        EXPECT_EQ(t.contains("受領印"), c.receipt);
+        EXPECT_EQ(t.count("納品書毎商店"), c.receipt ? 2 : 1);
+        // The copy stands on the lower half, line for line.
+        EXPECT_EQ(r.at(1, 680, 1000 + 8419), c.receipt ? "納品書毎商店" : "");
+        EXPECT_EQ(r.at(1, 9740, 2590 + 8419), c.receipt ? "1,200" : "");
+        EXPECT_FALSE(r.rec().only("L ").isEmpty());
+    }
+}
+
+TEST_F(SlipPrintTest, SlipThatIsNotThereIsToldAndDrawsNothing)
+{
+    for (long dno : {0L, 99L}) {
+        Recorded r;
+        Slip_prn prn(co.db());
+        QString error;
+        {
+            const ScopedPageOutput scope(&r.out);
+            EXPECT_FALSE(prn.PrintSlip(dno, &error));
+        }
+        EXPECT_EQ(error, "該当する伝票がありません。");
+        EXPECT_EQ(r.pages(), 0);
+    }
+    // Another office's slip of that number is not ours.
+    co.exec("UPDATE Dur SET EigCode = 2 WHERE Dno = 4");
+    Recorded r;
+    QString error;
+    Slip_prn prn(co.db());
+    const ScopedPageOutput scope(&r.out);
+    EXPECT_FALSE(prn.PrintSlip(4, &error));
+    EXPECT_EQ(dlg.of("Tell"), QStringList(3, "該当する伝票がありません。"));
+}
+
+TEST_F(SlipPrintTest, F9TailPrintsSalesSlipsOnlyAndCancellingKeepsTheStyle)
+{
+    co.exec("INSERT INTO zSysFunc (Code, contents) VALUES (385, '1:納品書,2:受領書付')");
+    QTemporaryDir tmp;
+    int asked = 0;
+    setPrinterQuestion([&](QPrinter& p) {
+        ++asked;
+        p.setOutputFormat(QPrinter::PdfFormat);
+        p.setOutputFileName(tmp.filePath("slip.pdf"));
+        return false;
+    });
+    session().SlipStyle = 1;
+    printAfterSave("Dsr", 1);
+    printAfterSave("Dur", 0);
+    EXPECT_EQ(asked, 0);
+    // The style window: the second style, then the printer is cancelled.
+    QTimer::singleShot(50, [] {
+        if (QWidget* w = QApplication::activeModalWidget()) {
+            QTest::keyClick(w->focusWidget(), Qt::Key_Down);
+            QTest::keyClick(w->focusWidget(), Qt::Key_Return);
+        }
+    });
+    printAfterSave("Dur", 2);
+    setPrinterQuestion({});
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(session().SlipStyle, 1);
+    EXPECT_FALSE(QFile::exists(tmp.filePath("slip.pdf")));
+    EXPECT_TRUE(dlg.log.isEmpty());
+}

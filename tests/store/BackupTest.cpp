@@ -1,0 +1,187 @@
+#include <gtest/gtest.h>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include "shell/QtMenuRun.h"
+#include "shell/QtScreens.h"
+#include "shell/Session.h"
+#include "store/Backup.h"
+#include "store/BackupFiles.h"
+#include "store/Backup_frm.h"
+#include "store/Sql.h"
+#include "store/Store.h"
+#include "support/EndRecorder.h"
+#include "support/ScriptedDialogs.h"
+#include "support/StoreSnapshot.h"
+#include "support/TempCompany.h"
+
+namespace {
+
+const QDate kTuesday(2001, 1, 2);
+
+void sql(const QString& statement, const QVariantList& binds = {})
+{
+    QSqlError e;
+    EXPECT_EQ(execSql(session().MasterDb, statement, binds, &e), ErrorClass::None) << e.text().toStdString();
+}
+
+QString inFile(const QString& file, const QString& query)
+{
+    OwnConnection c(file);
+    return scalar(c.db(), query).toString();
+}
+
+struct ScopedFileHook {
+    FileStepHook prev;
+    explicit ScopedFileHook(FileStepHook h) { prev = setFileStepHook(std::move(h)); }
+    ~ScopedFileHook() { setFileStepHook(prev); }
+};
+
+// A copy that reads back damaged, as a dying disk would leave it.
+void spoil(const QString& path)
+{
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::ReadWrite));
+    f.write(QByteArray(4096, 'x'));
+}
+
+} // namespace
+
+TEST(Backup, NamesCarryTheYearAndTheWeekdayCountedFromSunday)
+{
+    struct Case { QDate day; int weekday; } cases[] = {
+        {QDate(2026, 11, 22), 1}, {QDate(2026, 11, 23), 2}, {kTuesday, 3}, {QDate(2026, 11, 28), 7},
+    };
+    for (const auto& c : cases) EXPECT_EQ(backupWeekday(c.day), c.weekday) << c.day.toString().toStdString();
+    EXPECT_EQ(backupFileName("MAST", 2001, kTuesday), "MAST20013.db");
+    EXPECT_EQ(backupFileName("SLIP", 2001, kTuesday), "SLIP20013.db");
+}
+
+TEST(Backup, TheFolderComesFromTheOptionsOrTheDefault)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    EXPECT_EQ(backupFolder(), QDir::homePath() + "/VelmoraBackup/" + QDir::current().dirName());
+    struct Case { const char* row; QString folder; } cases[] = {
+        {"bk", "bk"}, {" bk/ ", "bk/"}, {" ", ""},   // a blank row: the company's own folder
+    };
+    for (const auto& c : cases) {
+        sql("INSERT OR REPLACE INTO UserOP (Code, contents) VALUES (5, ?)", {QString(c.row)});
+        EXPECT_EQ(backupFolder(), c.folder) << c.row;
+    }
+    // With and without the trailing separator, of either system, the same files.
+    for (const QString& folder : {QString("bk"), QString("bk/"), QString("bk\\")}) {
+        BackupResult r;
+        ASSERT_TRUE(backupStore(folder, false, 2026, kTuesday, &r)) << r.error.toStdString();
+        EXPECT_EQ(r.masterCopy, "bk/MAST20263.db");
+        EXPECT_EQ(r.slipCopy, "bk/SLIP20263.db");
+    }
+    EXPECT_EQ(QDir("bk").entryList(QDir::Files), QStringList({"MAST20263.db", "SLIP20263.db"}));
+}
+
+TEST(Backup, CopiesAreConsistentWhileAnotherStationIsWriting)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    sql("INSERT INTO Dur (Dno, EigCode, Hizuke) VALUES (1, 1, '2026-05-01')");
+    {
+        OwnConnection other("2026/SLIP.db");
+        ASSERT_EQ(execSql(other.db(), "BEGIN IMMEDIATE"), ErrorClass::None);
+        ASSERT_EQ(execSql(other.db(), "INSERT INTO Dur (Dno, EigCode) VALUES (2, 1)"), ErrorClass::None);
+        BackupResult r;
+        ASSERT_TRUE(backupStore("bk", false, 2026, kTuesday, &r)) << r.error.toStdString();
+        execSql(other.db(), "ROLLBACK");
+    }
+    EXPECT_EQ(inFile("bk/SLIP20263.db", "SELECT group_concat(Dno) FROM Dur"), "1");
+    EXPECT_EQ(inFile("bk/MAST20263.db", "SELECT SKai FROM Com"), "20260401");
+}
+
+TEST(Backup, AFailedCopyLeavesLastWeeksGenerationWhole)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    ASSERT_TRUE(backupStore("bk", false, 2026, kTuesday, nullptr));
+    const QByteArray master = fileHash("bk/MAST20263.db");
+    const QByteArray slip = fileHash("bk/SLIP20263.db");
+    sql("INSERT INTO Dur (Dno, EigCode) VALUES (5, 1)");
+    sql("UPDATE Com SET Kaisya='改名'");
+    struct Case { const char* step; const char* file; bool spoilIt; } cases[] = {
+        {"copy", "MAST20263.db.new", false},
+        {"check", "MAST20263.db.new", true},
+        {"copy", "SLIP20263.db.new", false},
+        {"check", "SLIP20263.db.new", true},
+    };
+    for (const auto& c : cases) {
+        ScopedFileHook hook([&](const QString& step, const QString& path) {
+            if (step != c.step || !path.endsWith(c.file)) return true;
+            if (c.spoilIt) spoil(path);
+            return c.spoilIt;   // a spoilt copy goes on, to be caught by reading it back
+        });
+        BackupResult r;
+        EXPECT_FALSE(backupStore("bk", false, 2026, kTuesday, &r)) << c.step << c.file;
+        EXPECT_TRUE(r.error.startsWith("エラー：")) << r.error.toStdString();
+        EXPECT_EQ(fileHash("bk/MAST20263.db"), master) << c.step << c.file;
+        EXPECT_EQ(fileHash("bk/SLIP20263.db"), slip) << c.step << c.file;
+        EXPECT_EQ(QDir("bk").entryList(QDir::Files), QStringList({"MAST20263.db", "SLIP20263.db"}));
+    }
+    ASSERT_TRUE(backupStore("bk", false, 2026, kTuesday, nullptr));
+    EXPECT_EQ(inFile("bk/MAST20263.db", "SELECT Kaisya FROM Com"), "改名");
+}
+
+TEST(BackupForm, StartCopiesSaysSoAndEndsAndEscLeaves)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    const QString bk = co.file("bk");
+    sql("INSERT INTO UserOP (Code, contents) VALUES (5, ?)", {bk});
+    ScriptedDialogs dlg;
+    EndRecorder ended;
+    {
+        QPointer<Backup_frm> f = new Backup_frm;
+        f->show();
+        QTest::keyClick(f->startButton(), Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_TRUE(f.isNull());
+        EXPECT_FALSE(QFileInfo::exists(bk));
+    }
+    QPointer<Backup_frm> f = new Backup_frm;
+    f->show();
+    QTest::keyClick(f->startButton(), Qt::Key_Return);
+    EXPECT_EQ(dlg.log, QStringList{"Tell:完了しました。システムを一旦終了します。"});
+    EXPECT_EQ(ended.count, 1);
+    const QDate today = QDate::currentDate();
+    EXPECT_EQ(inFile(bk + "/" + backupFileName("MAST", 2026, today), "SELECT SKai FROM Com"), "20260401");
+    EXPECT_TRUE(QFileInfo(bk + "/" + backupFileName("SLIP", 2026, today)).isFile());
+    EXPECT_FALSE(session().MasterDb.isOpen());
+}
+
+TEST(BackupForm, ACopyThatCannotBeMadeIsToldAndTheProgramEnds)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    { QFile f("bk"); ASSERT_TRUE(f.open(QIODevice::WriteOnly)); }   // a file where the folder should be
+    sql("INSERT INTO UserOP (Code, contents) VALUES (5, 'bk')");
+    ScriptedDialogs dlg;
+    EndRecorder ended;
+    Backup_frm* f = new Backup_frm;
+    f->Backup(1);
+    EXPECT_EQ(dlg.log, QStringList{"Tell:バックアップ機器の電源が入っていないか,\nパスの設定が異なります。"});
+    EXPECT_EQ(ended.count, 1);
+}
+
+TEST(BackupForm, TheRegularExitCopiesWhenTheOptionAsks)
+{
+    registerScreen("Backup_frm", [] { return new Backup_frm; });
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    sql("INSERT INTO UserOP (Code, contents) VALUES (5, 'bk'), (15, '1')");
+    ScriptedDialogs dlg;
+    EndRecorder ended;
+    EXPECT_TRUE(DoEndingAction());
+    EXPECT_EQ(dlg.of("Tell"), QStringList{});   // no closing message at the exit
+    EXPECT_EQ(ended.count, 1);
+    EXPECT_EQ(QDir("bk").entryList(QDir::Files).size(), 2);
+}

@@ -1,0 +1,121 @@
+#include <gtest/gtest.h>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include "shell/QtMenuRun.h"
+#include "shell/Session.h"
+#include "store/BackupFiles.h"
+#include "store/Optimize.h"
+#include "store/Sql.h"
+#include "store/Store.h"
+#include "support/EndRecorder.h"
+#include "support/ScriptedDialogs.h"
+#include "support/StoreSnapshot.h"
+#include "support/TempCompany.h"
+
+namespace {
+
+const QString kMaster = QStringLiteral("MASTER/MASTER.db");
+const QString kSlip = QStringLiteral("2026/SLIP.db");
+
+struct ScopedFileHook {
+    FileStepHook prev;
+    explicit ScopedFileHook(FileStepHook h) { prev = setFileStepHook(std::move(h)); }
+    ~ScopedFileHook() { setFileStepHook(prev); }
+};
+
+// A year's slip file that has grown and shrunk again: lines written and most deleted.
+void grownAndShrunk(TempCompany& co)
+{
+    QStringList fill{"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<3000) "
+                     "INSERT INTO Dud (Dno, Eda, EigCode, HinNamae, Getudo) SELECT i, 1, 1, printf('%0300d', i), 5 FROM n",
+                     "DELETE FROM Dud WHERE Dno>10"};
+    ASSERT_TRUE(co.execOn(kSlip, fill));
+}
+
+} // namespace
+
+TEST(Optimize, BothFilesCompactedThePreviousKeptAndTheirNamesNeverMissing)
+{
+    TempCompany co(2026);
+    grownAndShrunk(co);
+    const QStringList master = storeFileRows(kMaster);
+    const QStringList slip = storeFileRows(kSlip);
+    const qint64 grown = QFileInfo(kSlip).size();
+    QStringList missing;
+    ScopedFileHook watch([&](const QString& step, const QString&) {
+        for (const QString& f : {kMaster, kSlip})
+            if (!QFileInfo(f).isFile()) missing << step + ": " + f;
+        return true;
+    });
+    QString error;
+    ASSERT_TRUE(compactStore(false, 2026, &error)) << error.toStdString();
+    EXPECT_EQ(missing, QStringList{});
+    EXPECT_LT(QFileInfo(kSlip).size(), grown / 4);
+    EXPECT_EQ(QFileInfo("2026/SLIP.bak").size(), grown);
+    EXPECT_EQ(snapshotDifference(slip, storeFileRows(kSlip)), "");
+    EXPECT_EQ(snapshotDifference(slip, storeFileRows("2026/SLIP.bak")), "");
+    EXPECT_EQ(snapshotDifference(master, storeFileRows(kMaster)), "");
+    EXPECT_EQ(QDir("MASTER").entryList(QDir::Files), QStringList({"MASTER.bak", "MASTER.db"}));
+    EXPECT_EQ(QDir("2026").entryList(QDir::Files), QStringList({"SLIP.bak", "SLIP.db"}));
+    // The root link still reaches the compacted file.
+    ASSERT_TRUE(co.open());
+    EXPECT_EQ(scalar(session().MasterDb, "SELECT count(*) FROM Dud").toInt(), 10);
+
+    // Once more: one generation only, the .bak now the file of the first compaction.
+    CloseStore();
+    const QByteArray first = fileHash(kSlip);
+    ASSERT_TRUE(compactStore(false, 2026, &error));
+    EXPECT_EQ(fileHash("2026/SLIP.bak"), first);
+}
+
+TEST(Optimize, AFailedCopyLeavesBothFilesAsTheyWere)
+{
+    TempCompany co(2026);
+    grownAndShrunk(co);
+    const QByteArray master = fileHash(kMaster);
+    const QByteArray slip = fileHash(kSlip);
+    struct Case { const char* step; const char* file; } cases[] = {
+        {"copy", "MASTERN.db"}, {"check", "MASTERN.db"}, {"copy", "SLIPN.db"}, {"check", "SLIPN.db"}, {"keep", "MASTER.bak"},
+    };
+    for (const auto& c : cases) {
+        ScopedFileHook hook([&](const QString& step, const QString& path) { return step != c.step || !path.endsWith(c.file); });
+        QString error;
+        EXPECT_FALSE(compactStore(false, 2026, &error)) << c.step << c.file;
+        EXPECT_TRUE(error.startsWith("エラー：")) << error.toStdString();
+        EXPECT_EQ(fileHash(kMaster), master) << c.step << c.file;
+        EXPECT_EQ(fileHash(kSlip), slip) << c.step << c.file;
+        EXPECT_EQ(QDir("MASTER").entryList(QDir::Files), QStringList{"MASTER.db"});
+        EXPECT_EQ(QDir("2026").entryList(QDir::Files), QStringList{"SLIP.db"});
+    }
+}
+
+TEST(Optimize, TheMenuAsksFirstThenCompactsAndEnds)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.open());
+    ScriptedDialogs dlg;
+    EndRecorder ended;
+    dlg.askAnswers = {false};
+    EXPECT_TRUE(MenuRun("データ最適化"));
+    EXPECT_EQ(dlg.log, QStringList{"Ask:実行しますか？"});
+    EXPECT_FALSE(QFileInfo::exists("2026/SLIP.bak"));
+
+    // A failure is told; the files stay and the session goes on with them.
+    {
+        ScopedFileHook hook([](const QString& step, const QString&) { return step != "check"; });
+        dlg.log.clear();
+        EXPECT_TRUE(MenuRun("データ最適化"));
+        ASSERT_EQ(dlg.log.size(), 3);
+        EXPECT_EQ(dlg.log[1], "Wait:データベース修復中です。");
+        EXPECT_TRUE(dlg.log[2].startsWith("Tell:エラー：書き込みに失敗しました。")) << dlg.log[2].toStdString();
+        EXPECT_EQ(ended.count, 0);
+        EXPECT_EQ(scalar(session().MasterDb, "SELECT count(*) FROM Dur").toInt(), 0);
+    }
+    dlg.log.clear();
+    EXPECT_TRUE(MenuRun("データ最適化"));
+    EXPECT_EQ(dlg.log, QStringList({"Ask:実行しますか？", "Wait:データベース修復中です。", "Tell:ベルモーラを終了します。"}));
+    EXPECT_EQ(ended.count, 1);
+    EXPECT_TRUE(QFileInfo("2026/SLIP.bak").isFile());
+    EXPECT_TRUE(QFileInfo("MASTER/MASTER.bak").isFile());
+}
