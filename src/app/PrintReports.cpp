@@ -1,5 +1,6 @@
 #include "app/PrintReports.h"
 #include "app/PrintInvoices.h"
+#include "app/PrintSummaries.h"
 #include "app/PrintLedgers.h"
 #include <QGuiApplication>
 #include "ledgers/LedgerCommands.h"
@@ -9,6 +10,7 @@ void registerPrintReports()
 {
     registerVtmlPrintReport();
     registerInvoicePrints();
+    registerSummaryPrints();
     registerLedgerPrints();
 }
 
