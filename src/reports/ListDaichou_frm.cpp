@@ -9,7 +9,6 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QVBoxLayout>
-#include "entry/QtBureaucrat.h"
 #include "entry/QtFormBuilder.h"
 #include "pageout/Excel.h"
 #include "pageout/QtPageOutputs.h"
@@ -17,6 +16,7 @@
 #include "shell/Dialogs.h"
 #include "shell/QtScreens.h"
 #include "shell/Session.h"
+#include "slips/Cashier_frm.h"
 #include "slips/Slip_frm.h"
 
 namespace {
@@ -36,45 +36,35 @@ QLabel* valueBox(QWidget* parent, int minWidth, Qt::Alignment align)
     return l;
 }
 
-// A slip screen takes its kind when it is made: one showing another kind is closed and made
-// anew. The caller has put the kind in the menu word.
-QWidget* slipScreenOfKind(const QString& form, const QString& kind)
+// The slip screen takes its kind when it is made: one showing the other kind is closed and
+// made anew. The caller has put the kind in the menu word.
+Slip_frm* slipScreenOfKind(const QString& kind)
 {
-    QWidget* w = screen(form);
-    if (!w) return nullptr;
-    QString shown = w->property("ledgerSlipKind").toString();
-    if (auto* slip = qobject_cast<Slip_frm*>(w)) shown = slip->editor().kind();
-    else if (!w->isVisible()) shown = kind;
-    if (shown != kind) {
-        w->close();
-        delete w;
-        w = screen(form);
+    auto* slip = qobject_cast<Slip_frm*>(screen(QStringLiteral("Slip_frm")));
+    if (slip && slip->editor().kind() != kind) {
+        slip->close();
+        delete slip;
+        slip = qobject_cast<Slip_frm*>(screen(QStringLiteral("Slip_frm")));
     }
-    if (w) w->setProperty("ledgerSlipKind", kind);
-    return w;
+    return slip;
 }
 
 }  // namespace
 
 bool ListDaichou_frm::openSlipScreen(const LedgerSlipTarget& t)
 {
-    if (!screenExists(t.form)) {
-        // The deposit screen comes with the cash work; until then the row says so.
-        Tell(QStringLiteral("入金・支払伝票の画面はまだ用意されていません。"));
-        return false;
-    }
     Session& s = session();
-    s.MenuKey = t.kind;
-    QWidget* w = slipScreenOfKind(t.form, t.kind);
-    auto* form = dynamic_cast<BureaucratForm*>(w);
-    if (!w || !form || form->ebox().isEmpty()) return false;
     // Closing the slip screen comes back here.
     s.SlipCaller = QStringLiteral("LstDaichou");
-    w->show();
-    w->raise();
-    w->activateWindow();
+    if (t.form == QLatin1String("Cashier_frm")) return Cashier_frm::openSlip(t.kind, t.Dno) != nullptr;
+    s.MenuKey = t.kind;
+    Slip_frm* slip = slipScreenOfKind(t.kind);
+    if (!slip) return false;
+    slip->show();
+    slip->raise();
+    slip->activateWindow();
     // The number goes in as a clerk types it: into the number field, then Enter.
-    QLineEdit* number = form->ebox().first();
+    QLineEdit* number = slip->box(Slip_frm::DnoBox);
     number->setFocus(Qt::OtherFocusReason);
     number->setText(QString::number(t.Dno));
     QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier);

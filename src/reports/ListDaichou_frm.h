@@ -33,8 +33,8 @@ public:
     // Opens the slip or deposit of a screen line (the double click on its date).
     void openLine(int line);
 
-    // Opens a slip screen of a kind on a number, as a clerk would type it; the wiring of the
-    // deposit screen lives here alone.
+    // Opens the slip or deposit screen of a kind on a number, as if the clerk had typed it;
+    // closing that screen comes back to the ledger.
     static bool openSlipScreen(const LedgerSlipTarget& target);
 
 protected:
