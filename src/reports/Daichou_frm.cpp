@@ -67,12 +67,7 @@ Daichou_frm::Daichou_frm(QWidget* parent) : QWidget(parent)
     setAttribute(Qt::WA_DeleteOnClose);
     setFont(screenFont());
     auto* outer = new QVBoxLayout(this);
-    title_ = new QLabel(this);
-    title_->setAlignment(Qt::AlignCenter);
-    QFont big = font();
-    big.setPointSizeF(big.pointSizeF() * 1.4);
-    title_->setFont(big);
-    outer->addWidget(title_);
+    title_ = addReportTitle(this, outer);
 
     auto* grid = new QGridLayout;
     mode_ = new QComboBox(this);

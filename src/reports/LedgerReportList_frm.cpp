@@ -11,6 +11,7 @@
 #include "entry/QtFormBuilder.h"
 #include "pageout/Excel.h"
 #include "pageout/QtPageOutputs.h"
+#include "reports/ListDaichou_frm.h"
 #include "reports/LedgerReportPrint.h"
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
@@ -38,12 +39,7 @@ LedgerReportList_frm::LedgerReportList_frm(std::function<PartnerMonthList*(const
     setAttribute(Qt::WA_DeleteOnClose);
     setFont(screenFont());
     auto* outer = new QVBoxLayout(this);
-    title_ = new QLabel(this);
-    title_->setAlignment(Qt::AlignCenter);
-    QFont big = font();
-    big.setPointSizeF(big.pointSizeF() * 1.5);
-    title_->setFont(big);
-    outer->addWidget(title_);
+    title_ = addReportTitle(this, outer);
 
     auto* fields = new QHBoxLayout;
     const QStringList captions = {QStringLiteral("月度"), QStringLiteral("日締")};

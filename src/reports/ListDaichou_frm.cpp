@@ -51,6 +51,17 @@ Slip_frm* slipScreenOfKind(const QString& kind)
 
 }  // namespace
 
+QLabel* addReportTitle(QWidget* form, QVBoxLayout* layout)
+{
+    auto* title = new QLabel(form);
+    title->setAlignment(Qt::AlignCenter);
+    QFont big = form->font();
+    big.setPointSizeF(big.pointSizeF() * 1.5);
+    title->setFont(big);
+    layout->addWidget(title);
+    return title;
+}
+
 bool ListDaichou_frm::openSlipScreen(const LedgerSlipTarget& t)
 {
     Session& s = session();
@@ -78,11 +89,7 @@ ListDaichou_frm::ListDaichou_frm(QWidget* parent) : QWidget(parent)
     setFont(screenFont());
     auto* outer = new QVBoxLayout(this);
 
-    title_ = label(QString(), this, Qt::AlignCenter);
-    QFont big = font();
-    big.setPointSizeF(big.pointSizeF() * 1.5);
-    title_->setFont(big);
-    outer->addWidget(title_);
+    title_ = addReportTitle(this, outer);
 
     auto* who = new QHBoxLayout;
     torName_ = valueBox(this, 320, Qt::AlignLeft | Qt::AlignVCenter);

@@ -8,6 +8,10 @@
 class QLabel;
 class QPushButton;
 class QScrollBar;
+class QVBoxLayout;
+
+// The large centred title at the top of a report screen, added to the form's layout.
+QLabel* addReportTitle(QWidget* form, QVBoxLayout* layout);
 
 class ListDaichou_frm : public QWidget {
     Q_OBJECT
