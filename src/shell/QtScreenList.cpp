@@ -29,6 +29,10 @@
 #include "reports/RepoNippou_frm.h"
 #include "reports/RepoGeppou_frm.h"
 #include "reports/Chouha_frm.h"
+#include "reports/Daichou_frm.h"
+#include "reports/ListDaichou_frm.h"
+#include "reports/RepoSales_frm.h"
+#include "reports/Zandaka_frm.h"
 
 // Each screen adds one line here: registerScreen("Name_frm", [] { return new Name_frm; });
 void registerAllScreens()
@@ -68,4 +72,8 @@ void registerAllScreens()
     registerScreen("RepoNippou_frm", [] { return new RepoNippou_frm; });
     registerScreen("RepoGeppou_frm", [] { return new RepoGeppou_frm; });
     registerScreen("Chouha_frm", [] { return new Chouha_frm; });
+    registerScreen("Daichou_frm", [] { return new Daichou_frm; });
+    registerScreen("ListDaichou_frm", [] { return new ListDaichou_frm; });
+    registerScreen("Zandaka_frm", [] { return new Zandaka_frm; });
+    registerScreen("RepoSales_frm", [] { return new RepoSales_frm; });
 }
