@@ -1,5 +1,7 @@
 #include "app/PrintReports.h"
 #include "app/PrintInvoices.h"
+#include "app/PrintSummaries.h"
+#include "app/PrintLedgers.h"
 #include <QGuiApplication>
 #include "ledgers/LedgerCommands.h"
 #include "pageout/QtPrintCommand.h"
@@ -8,6 +10,8 @@ void registerPrintReports()
 {
     registerVtmlPrintReport();
     registerInvoicePrints();
+    registerSummaryPrints();
+    registerLedgerPrints();
 }
 
 namespace {

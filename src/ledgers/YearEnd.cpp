@@ -1,4 +1,5 @@
 #include "ledgers/YearEnd.h"
+#include <unistd.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -40,7 +41,9 @@ bool writeWhole(const QString& path, const QByteArray& text, QString* error)
 {
     const QString temp = path + QStringLiteral(".new");
     QFile f(temp);
-    const bool ok = f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(text) == text.size() && f.flush();
+    // On the disk before the name points at it: a power cut must not leave an empty NENDO.
+    const bool ok = f.open(QIODevice::WriteOnly | QIODevice::Truncate) && f.write(text) == text.size() && f.flush()
+                    && ::fsync(f.handle()) == 0;
     f.close();
     if (ok && putInPlace(temp, path, error)) return true;
     QFile::remove(temp);
@@ -74,12 +77,14 @@ public:
         if (!QFileInfo(slipPath(newYear_)).isFile()) {
             result_.kind = YearEndKind::FirstRun;
             if (!buildNewYear() || !putNewYearInPlace() || !moveCompany()) return result_;
-        } else if (QFileInfo::exists(inFolder(QString::number(newYear_), kPendingNote))) {
+        } else if (QFileInfo::exists(pendingNote()) && stillOnOldYear()) {
             result_.kind = YearEndKind::Completion;
             if (!moveCompany()) return result_;
         } else {
             result_.kind = YearEndKind::RepeatedRun;
             if (!refreshNewYear()) return result_;
+            // A note that a kill left after the company had moved on.
+            QFile::remove(pendingNote());
         }
         session().Nendo = newYear_;
         result_.ok = true;
@@ -116,6 +121,22 @@ private:
         if (fate == StepFate::Die) dead_ = true;
         if (fate == StepFate::Fail) fail(QStringLiteral("エラー：書き込みに失敗しました。"));
         return fate == StepFate::Go;
+    }
+
+    QString pendingNote() const { return inFolder(QString::number(newYear_), kPendingNote); }
+
+    // The company has not moved on to the new year yet: the marker, or without it the
+    // company row of the one master file, still names the old year.
+    bool stillOnOldYear() const
+    {
+        if (marker_) {
+            QFile f(markerFile());
+            static const QRegularExpression num(QStringLiteral("-?\\d+"));
+            const auto m = f.open(QIODevice::ReadOnly) ? num.match(QString::fromLatin1(f.readAll())) : QRegularExpressionMatch();
+            return m.hasMatch() && m.captured().toInt() == oldYear_;
+        }
+        OwnConnection c(companyMaster(oldYear_));
+        return NendoFromSKai(scalar(c.db(), QStringLiteral("SELECT SKai FROM Com")).toString()) == oldYear_;
     }
 
     // The master file whose company row moves on: the new year's own with the marker, the
@@ -294,7 +315,7 @@ private:
             });
             if (!ok) return false;
         }
-        QFile::remove(inFolder(QString::number(newYear_), kPendingNote));
+        QFile::remove(pendingNote());
         return true;
     }
 

@@ -6,7 +6,8 @@
 //   complete. Then, in this order, the old year gets its rows 13 and the company moves on to
 //   the new year (the marker NENDO, or without it the one master file's company row and
 //   counters). Until the company has moved on, a note in the new folder says so, and the next
-//   run does only what was left;
+//   run does only what was left (a note found once the company has moved on is one that a
+//   kill left behind: it is not heeded);
 // - a repeated run (the new year is there) supplies the old rows 13 and refreshes the new year
 //   in one transaction over both files.
 // A failure before the new year has its name leaves the company exactly as it was.

@@ -10,7 +10,9 @@
 #include <QMap>
 #include <QProcess>
 #include <QTemporaryFile>
+#include <sys/stat.h>
 #include <QTextStream>
+#include "pageout/PageOutput.h"
 #include "pageout/ReportRows.h"
 #include "shell/Dialogs.h"
 
@@ -58,18 +60,6 @@ lxw_datetime lxwDate(const QDateTime& t)
     return lxw_datetime{d.year(), d.month(), d.day(), tm.hour(), tm.minute(), tm.second() + tm.msec() / 1000.0};
 }
 
-// Why a file could not be written, as a clerk can act on it.
-QString reasonFor(const QString& path, lxw_error e)
-{
-    const QFileInfo dir(QFileInfo(path).absolutePath());
-    if (!dir.exists()) return QStringLiteral("保存先のフォルダがありません。");
-    if (!dir.isWritable()) return QStringLiteral("保存先のフォルダに書き込む権限がありません。");
-    if (QFileInfo(path).isDir()) return QStringLiteral("同じ名前のフォルダがあります。");
-    if (e != LXW_NO_ERROR)
-        return QStringLiteral("ディスクの空きが足りないか、ファイルが使用中です。（%1）").arg(QString::fromUtf8(lxw_strerror(e)));
-    return QStringLiteral("ディスクの空きが足りないか、ファイルが使用中です。");
-}
-
 }  // namespace
 
 struct ExcelBook::Impl {
@@ -87,21 +77,20 @@ bool ExcelBook::Impl::write(const QString& path, QString* error) const
 {
     const QString target = QFileInfo(path).absoluteFilePath();
     const QString folder = QFileInfo(target).absolutePath();
-    auto failed = [&](lxw_error e) {
-        if (error)
-            *error = QStringLiteral("エラー：エクセルファイルを保存できませんでした。（%1）%2").arg(target, reasonFor(target, e));
+    auto failed = [&] {
+        if (error) *error = QStringLiteral("エラー：エクセルファイルを保存できませんでした。（%1）%2").arg(target, fileWriteReason(target));
         return false;
     };
-    if (QFileInfo(target).isDir() || !QFileInfo(folder).isDir()) return failed(LXW_NO_ERROR);
+    if (QFileInfo(target).isDir() || !QFileInfo(folder).isDir()) return failed();
     // A name of our own beside the target: the rename at the end is then one step.
     QTemporaryFile reserve(folder + QStringLiteral("/.velmora-XXXXXX.xlsx"));
-    if (!reserve.open()) return failed(LXW_NO_ERROR);
+    if (!reserve.open()) return failed();
     const QString temp = reserve.fileName();
     reserve.close();
 
     const QByteArray tempName = QFile::encodeName(temp);
     lxw_workbook* wb = workbook_new(tempName.constData());
-    if (!wb) return failed(LXW_ERROR_MEMORY_MALLOC_FAILED);
+    if (!wb) return failed();
     lxw_worksheet* ws = workbook_add_worksheet(wb, nullptr);
     QHash<QString, lxw_format*> formats;
     auto formatOf = [&](const QString& f) -> lxw_format* {
@@ -156,11 +145,16 @@ bool ExcelBook::Impl::write(const QString& path, QString* error) const
     const lxw_error e = workbook_close(wb);
     if (e != LXW_NO_ERROR) {
         QFile::remove(temp);
-        return failed(e);
+        return failed();
     }
+    // The reserved name is private to us; the sheet itself is for every station that may open
+    // the folder, so it takes the permissions any new file of this user gets.
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    ::chmod(tempName.constData(), 0666 & ~mask);
     if (std::rename(tempName.constData(), QFile::encodeName(target).constData()) != 0) {
         QFile::remove(temp);
-        return failed(LXW_NO_ERROR);
+        return failed();
     }
     return true;
 }

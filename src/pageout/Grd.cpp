@@ -1,5 +1,6 @@
 #include "pageout/Grd.h"
 #include <QRegularExpression>
+#include <algorithm>
 #include <cmath>
 #include "entry/Convert.h"
 #include "entry/Dates.h"
@@ -141,10 +142,17 @@ bool Grd::GrdFill(ReportRows* rows, ReportForm* form)
 {
     for (int i = 0; i < kResetSums; ++i) sums_[i] = Money();
     cells_->setRows(1);
-    if (!rows || !rows->ok()) {
-        Tell(rows ? rows->error() : QStringLiteral("エラー：一覧のデータが渡されていません。"));
+    // A fill that stops part way leaves no half list to print or export: the heading only,
+    // and the sums as they were before the first row.
+    Money before[kSums];
+    std::copy(std::begin(sums_), std::end(sums_), std::begin(before));
+    auto stop = [&](const QString& message) {
+        cells_->setRows(1);
+        std::copy(std::begin(before), std::end(before), std::begin(sums_));
+        Tell(message);
         return false;
-    }
+    };
+    if (!rows || !rows->ok()) return stop(rows ? rows->error() : QStringLiteral("エラー：一覧のデータが渡されていません。"));
     const double f = factor();
     int r = 0;
     while (rows->next()) {
@@ -156,10 +164,7 @@ bool Grd::GrdFill(ReportRows* rows, ReportForm* form)
             const bool text = col.Kind == QLatin1String("S");
             QVariant v;
             if (col.Name.startsWith(QLatin1Char('@'))) {
-                if (!form) {
-                    Tell(QStringLiteral("エラー：項目「%1」の値を返す画面がありません。").arg(col.Name));
-                    return false;
-                }
+                if (!form) return stop(QStringLiteral("エラー：項目「%1」の値を返す画面がありません。").arg(col.Name));
                 short n = ToInt16(col.Name.mid(1));
                 v = form->alpha(n);
                 // A summed computed column asks alpha a second time, so alpha must have no side effects.
@@ -168,10 +173,8 @@ bool Grd::GrdFill(ReportRows* rows, ReportForm* form)
                     sums_[c] += variantMoney(form->alpha(again));
                 }
             } else {
-                if (!rows->hasColumn(col.Name)) {
-                    Tell(QStringLiteral("エラー：3265 項目「%1」が一覧のデータにありません。").arg(col.Name));
-                    return false;
-                }
+                if (!rows->hasColumn(col.Name))
+                    return stop(QStringLiteral("エラー：3265 項目「%1」が一覧のデータにありません。").arg(col.Name));
                 v = rows->value(col.Name);
                 if (!text && col.Total != 0 && c < kSums) sums_[c] += variantMoney(v);
             }
@@ -183,10 +186,7 @@ bool Grd::GrdFill(ReportRows* rows, ReportForm* form)
             }
         }
     }
-    if (!rows->ok()) {
-        Tell(rows->error());
-        return false;
-    }
+    if (!rows->ok()) return stop(rows->error());
     bool summed = false;
     for (int c = 1; c < columns_.size(); ++c) summed = summed || columns_[c].Total != 0;
     if (!summed) return true;

@@ -16,8 +16,8 @@ public:
     // Ends the output: the last page comes out, a file is closed. False and *error on failure
     // (a PDF that cannot be written leaves no half file).
     virtual bool finish(QString* error) = 0;
-    // Ends the output after a failed run: a file is not written at all; a printer ends its job
-    // with the pages already ended. Also what the destructor does without finish().
+    // Ends the output after a failed run: nothing of the run comes out, no file, no page on
+    // the printer. Also what the destructor does without finish().
     virtual void abandon() {}
     // Pages ended so far.
     virtual int pages() const = 0;
@@ -44,3 +44,7 @@ private:
 // VtmlPrint; a failure to finish (printer error, file not written) is told here. True when
 // everything came out.
 bool printTo(PageOutput& out, const std::function<bool()>& draw);
+
+// Why a file could not be written at `path`, in the clerk's words: a missing folder, no
+// permission, a folder of that name, else a full disk or a file in use.
+QString fileWriteReason(const QString& path);

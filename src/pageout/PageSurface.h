@@ -25,9 +25,12 @@ public:
     // Ends the page being drawn. The next drawing starts a fresh page. False when the surface
     // failed (printer error, disk full); the document stops there.
     virtual bool endPage() = 0;
-    // Drops what was drawn since the last page end: a document that stopped on an error
-    // prints nothing half.
+    // Drops the document under way, the page being drawn and the pages it has ended: a
+    // document that stopped on an error prints nothing half.
     virtual void discardPage() {}
+    // The document under way came to its end whole; its pages may go out. A printer or a file
+    // holds a document's pages until then.
+    virtual void endDocument() {}
     // Why endPage failed, in the system's wording.
     virtual QString errorText() const { return {}; }
     // True for the preview window (AREA under shrink sizes only the preview).

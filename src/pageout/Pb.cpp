@@ -102,6 +102,7 @@ void pageEnd()
     VtmlState& s = vtml();
     if (s.NoTotals) {
         if (s.form) s.form->NoTotalAction();
+        else vtmlFail(QStringLiteral("エラー：頁の終わりを描く帳票がありません。"));
         return;
     }
     vtmlRule();

@@ -1,7 +1,8 @@
 #include "pageout/QtGrd.h"
-#include <QFontMetricsF>
 #include <QHeaderView>
 #include <QTableWidget>
+#include "pageout/QtPageOutputs.h"
+#include "pageout/QtPageSurface.h"
 
 namespace {
 
@@ -94,13 +95,18 @@ void QtGridCells::setCellAlignment(int row, int col, int alignment)
 
 void QtGridCells::setGridFont(const QString& name, double points)
 {
-    QFont f(name);
+    fontName_ = name;
+    points_ = points;
+    // The paper's family on the screen too: the forms' names are fixed-pitch there.
+    QFont f(pageFont(name, 10).family());
     f.setPointSizeF(points);
     table_->setFont(f);
     table_->horizontalHeader()->setFont(f);
 }
 
+// Measured as the paper measures, not in the screen's hinted pixels: the columns set here are
+// the columns printed.
 double QtGridCells::textWidth(const QString& text) const
 {
-    return QFontMetricsF(table_->font(), table_).horizontalAdvance(text) * kTwipsPerInch / table_->logicalDpiX();
+    return pageTextWidth(fontName_.isEmpty() ? table_->font().family() : fontName_, points_, text);
 }

@@ -2,6 +2,7 @@
 // The grid of a list screen: GridCells over a QTableWidget. Row 0 is the table's heading;
 // sizes in twips become pixels of the screen.
 #include <QList>
+#include <QString>
 #include "pageout/Grd.h"
 
 class QTableWidget;
@@ -28,4 +29,6 @@ private:
     double pixels(double twips) const;
     QTableWidget* table_;
     QList<int> align_;
+    QString fontName_;
+    double points_ = 10;
 };

@@ -96,7 +96,10 @@ void QtPageSurface::refont()
 void QtPageSurface::setPageSize(int w, int h)
 {
     // A page of no size cannot be printed; the last good size stays.
-    if (w > 0 && h > 0) page_.size = QSizeF(w, h);
+    if (w > 0 && h > 0) {
+        page_.size = QSizeF(w, h);
+        page_.sized = true;
+    }
 }
 
 void QtPageSurface::setFontName(const QString& name)

@@ -34,6 +34,7 @@ struct PageDrawing {
     };
     QList<Step> steps;
     QSizeF size;   // twips
+    bool sized = false;   // the document has given the size (AREA)
     // Draws the page on a painter whose units are twips.
     void paint(QPainter& p) const;
 };

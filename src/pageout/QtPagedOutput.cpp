@@ -47,29 +47,57 @@ void fixPdfFile(const QString& path)
     if (out.open(QIODevice::WriteOnly) && out.write(pdf) == pdf.size()) out.commit();
 }
 
+// The pages of a paged device. A document's pages are held until it has come to its end
+// whole, so a document that stops leaves none of them. A printer also holds the run's pages
+// until finish(), as a job cannot be called back: a run that fails prints nothing. A PDF,
+// made in memory and dropped whole with an abandoned run, takes each whole document at once.
 class PagedSurface : public QtPageSurface {
 public:
-    PagedSurface(QPagedPaintDevice* device, bool ownPaper) : device_(device), ownPaper_(ownPaper) {}
-    ~PagedSurface() override { end(); }
+    PagedSurface(QPagedPaintDevice* device, bool ownPaper, bool holdRun)
+        : device_(device), ownPaper_(ownPaper), holdRun_(holdRun)
+    {
+    }
     bool hasOwnPaper() const override { return ownPaper_; }
-    bool end() { return !painter_.isActive() || painter_.end(); }
+    void endDocument() override
+    {
+        whole_ = held_.size();
+        if (!holdRun_) ok_ = put() && ok_;
+    }
+    void discardPage() override
+    {
+        QtPageSurface::discardPage();
+        held_.resize(whole_);
+    }
+    int pages() const { return put_ + int(whole_); }
+
+    // The last pages on the device, and the device ended. False with errorText().
+    bool finish() { return put() && ok_ && (!painter_.isActive() || painter_.end() || fail()); }
 
 protected:
     bool emitPage(const PageDrawing& page) override
     {
-        device_->setPageLayout(layoutFor(page.size));
-        if (!painter_.isActive()) {
-            if (!painter_.begin(device_)) return fail();
-        } else if (!device_->newPage()) {
-            return fail();
-        }
-        painter_.resetTransform();
-        painter_.scale(device_->logicalDpiX() / kTwipsPerInch, device_->logicalDpiY() / kTwipsPerInch);
-        page.paint(painter_);
+        held_ << page;
         return true;
     }
 
 private:
+    // Puts the pages of the whole documents on the device.
+    bool put()
+    {
+        for (qsizetype i = 0; i < whole_; ++i) {
+            const PageDrawing& page = held_[i];
+            // A printer keeps the paper of its dialog unless the document gave the page's size.
+            if (!ownPaper_ || page.sized) device_->setPageLayout(layoutFor(page.size));
+            if (!painter_.isActive() ? !painter_.begin(device_) : !device_->newPage()) return fail();
+            painter_.resetTransform();
+            painter_.scale(device_->logicalDpiX() / kTwipsPerInch, device_->logicalDpiY() / kTwipsPerInch);
+            page.paint(painter_);
+            ++put_;
+        }
+        held_.remove(0, whole_);
+        whole_ = 0;
+        return true;
+    }
     bool fail()
     {
         error_ = QStringLiteral("エラー：ページを出力できませんでした。");
@@ -78,6 +106,11 @@ private:
     QPagedPaintDevice* device_;
     QPainter painter_;
     bool ownPaper_;
+    bool holdRun_;
+    QList<PageDrawing> held_;
+    qsizetype whole_ = 0;
+    int put_ = 0;
+    bool ok_ = true;
 };
 
 class PdfOutput : public PageOutput {
@@ -88,7 +121,7 @@ public:
     bool open(QString* error)
     {
         if (!file_.open(QIODevice::WriteOnly)) {
-            if (error) *error = cannotWrite(file_.errorString());
+            if (error) *error = cannotWrite();
             return false;
         }
         // The pages are made in memory: the finished file is put right before it is written.
@@ -97,11 +130,11 @@ public:
         writer_->setResolution(int(kTwipsPerInch));
         writer_->setCreator(QStringLiteral("Velmora"));
         writer_->setTitle(QFileInfo(path_).completeBaseName());
-        surface_ = std::make_unique<PagedSurface>(writer_.get(), false);
+        surface_ = std::make_unique<PagedSurface>(writer_.get(), false, false);
         return true;
     }
     PageSurface* surface() override { return surface_.get(); }
-    int pages() const override { return surface_ ? surface_->pagesEnded() : pages_; }
+    int pages() const override { return surface_ ? surface_->pages() : pages_; }
     bool finish(QString* error) override
     {
         if (done_) return true;
@@ -111,14 +144,20 @@ public:
             return false;
         }
         pages_ = pages();
-        surface_->end();
+        const bool put = surface_->finish();
+        const QString why = surface_->errorText();
         surface_.reset();
         writer_.reset();
         QByteArray pdf = buffer_.buffer();
         buffer_.close();
+        if (!put) {
+            abandon();
+            if (error) *error = why;
+            return false;
+        }
         fixPdfToUnicode(pdf);
         if (file_.write(pdf) != pdf.size() || !file_.commit()) {
-            if (error) *error = cannotWrite(file_.errorString());
+            if (error) *error = cannotWrite();
             done_ = true;
             return false;
         }
@@ -129,7 +168,7 @@ public:
     {
         if (done_) return;
         done_ = true;
-        if (surface_) pages_ = surface_->pagesEnded();
+        if (surface_) pages_ = surface_->pages();
         surface_.reset();
         writer_.reset();
         file_.cancelWriting();
@@ -137,9 +176,9 @@ public:
     }
 
 private:
-    QString cannotWrite(const QString& why) const
+    QString cannotWrite() const
     {
-        return QStringLiteral("エラー：PDFファイルを書き込めませんでした。（%1）%2").arg(path_, why);
+        return QStringLiteral("エラー：PDFファイルを書き込めませんでした。（%1）%2").arg(path_, fileWriteReason(path_));
     }
     QString path_;
     QSaveFile file_;
@@ -154,42 +193,40 @@ class PrinterOutput : public PageOutput {
 public:
     explicit PrinterOutput(std::unique_ptr<QPrinter> printer) : owned_(std::move(printer)), printer_(owned_.get())
     {
-        surface_ = std::make_unique<PagedSurface>(printer_, true);
+        surface_ = std::make_unique<PagedSurface>(printer_, true, true);
     }
     explicit PrinterOutput(QPrinter& printer) : printer_(&printer)
     {
         printer_->setFullPage(true);
-        surface_ = std::make_unique<PagedSurface>(printer_, true);
+        surface_ = std::make_unique<PagedSurface>(printer_, true, true);
     }
     ~PrinterOutput() override { abandon(); }
     PageSurface* surface() override { return surface_.get(); }
-    int pages() const override { return surface_ ? surface_->pagesEnded() : 0; }
+    int pages() const override { return surface_ ? surface_->pages() : pages_; }
     bool finish(QString* error) override
     {
         if (!surface_) return true;
+        pages_ = surface_->pages();
         // The job goes out when the painter ends: the last page with it.
-        const bool ended = surface_->end();
+        const bool put = surface_->finish();
         surface_.reset();
-        if (!ended || printer_->printerState() == QPrinter::Error) {
+        if (!put || printer_->printerState() == QPrinter::Error) {
             if (error) *error = QStringLiteral("エラー：印刷できませんでした。プリンタを確かめてください。");
             return false;
         }
         // The print dialog's PDF file gets its text put right as our own PDF files do.
-        if (printer_->outputFormat() == QPrinter::PdfFormat && !printer_->outputFileName().isEmpty())
+        if (pages_ > 0 && printer_->outputFormat() == QPrinter::PdfFormat && !printer_->outputFileName().isEmpty())
             fixPdfFile(printer_->outputFileName());
         return true;
     }
-    void abandon() override
-    {
-        // Pages already ended are on their way; the job ends with them.
-        if (surface_) surface_->end();
-        surface_.reset();
-    }
+    // Nothing of a failed run reaches the paper: its pages were held, and are dropped.
+    void abandon() override { surface_.reset(); }
 
 private:
     std::unique_ptr<QPrinter> owned_;
     QPrinter* printer_;
     std::unique_ptr<PagedSurface> surface_;
+    int pages_ = 0;
 };
 
 }  // namespace

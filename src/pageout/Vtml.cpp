@@ -109,10 +109,12 @@ void tagArea(const QString& arg)
     if (!twoNumbers(arg, &w, &h)) return;
     s.AreaWidth = w;
     s.AreaHeight = h;
-    // Under shrink the printer keeps its paper; only the preview window takes the size.
+    // Under shrink the printer keeps its paper and only the preview window takes the size;
+    // a PDF file has no paper or page setup of its own, so the area is its page.
+    const bool paperless = !s.surface->hasOwnPaper() && !s.surface->isPreview();
     if (shrinkActive()) {
-        if (s.surface->isPreview()) s.surface->setPageSize(w, h);
-    } else if (!session().KeepPageSetup) {
+        if (s.surface->isPreview() || paperless) s.surface->setPageSize(w, h);
+    } else if (!session().KeepPageSetup || paperless) {
         s.surface->setPageSize(w, h);
     }
 }
@@ -207,6 +209,7 @@ void runLine(const QString& line)
     } else if (tag == QLatin1String("PAINT")) tagPaint(arg);
     else if (tag == QLatin1String("BKGRD")) {
         if (s.form) s.form->BKGRD();
+        else vtmlFail(QStringLiteral("エラー：背景を描く帳票がありません。「%1」").arg(line));
     } else vtmlText(arg);   // "*", and any tag the language does not know, is text
 }
 
@@ -374,7 +377,7 @@ bool VtmlPrint()
     VtmlState& s = vtml();
     PageOutput* out = currentPageOutput();
     if (g_printing) vtmlFail(QStringLiteral("エラー：印刷の途中で次の帳票は印刷できません。"));
-    else if (!out) vtmlFail(QStringLiteral("エラー：印刷先が選ばれていません。"));
+    else if (!out || !out->surface()) vtmlFail(QStringLiteral("エラー：印刷先が選ばれていません。"));   // none, or finished
     if (s.failed) {
         Tell(s.error);
         return false;
@@ -402,6 +405,7 @@ bool VtmlPrint()
         if (finished) break;
     }
     if (s.failed) s.surface->discardPage();
+    else s.surface->endDocument();
     s.surface = nullptr;
     g_printing = false;
     if (s.failed) Tell(s.error);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include "reports/InvoiceData.h"
 #include "slips/Slip_prnPen.h"
+#include "store/Sql.h"
 
 namespace {
 const QString kMincho = QStringLiteral("ＭＳ 明朝");
@@ -14,7 +15,7 @@ constexpr int AmountLabelTop = 7560, AmountLabelBottom = 7860, AmountBottom = 82
 constexpr int CompanyX = 5160;
 }  // namespace
 
-void drawInvoicePaper(const QSqlDatabase& db)
+void drawInvoicePaper(const QSqlDatabase& db, qint64 tor)
 {
     using namespace InvoiceForm;
     PaperPen pen;
@@ -73,9 +74,13 @@ void drawInvoicePaper(const QSqlDatabase& db)
         pen.line(l, AmountLabelBottom, r, AmountLabelBottom);
         pen.textCentre(l, r, AmountLabelTop + 50, labels[i]);
     }
-    if (!company.banks.isEmpty()) {
+    // The customer pays into the account its master names; without one, into any of ours.
+    const int account = scalar(db, QStringLiteral("SELECT BankCode FROM Tor WHERE Code = ?"), {tor}).toInt();
+    const QStringList banks = company.banks.contains(account) ? QStringList{company.banks.value(account)}
+                                                              : company.banks.values();
+    if (!banks.isEmpty()) {
         y = AmountLabelTop;
         pen.text(right + 360, y, QStringLiteral("お振込先"));
-        for (const QString& bank : company.banks) pen.text(right + 360, y += 200, bank);
+        for (const QString& bank : banks) pen.text(right + 360, y += 200, bank);
     }
 }

@@ -4,4 +4,5 @@
 // the invoice keep their places; this only draws what the preprinted paper would carry.
 #include <QSqlDatabase>
 
-void drawInvoicePaper(const QSqlDatabase& db);
+// `tor`: the customer, whose transfer account is the one named when it has one.
+void drawInvoicePaper(const QSqlDatabase& db, qint64 tor);

@@ -68,5 +68,5 @@ void InvoiceReport::NoTotalAction()
 
 void InvoiceReport::BKGRD()
 {
-    if (plainPaper_) drawInvoicePaper(db_);
+    if (plainPaper_) drawInvoicePaper(db_, key_.tor);
 }

@@ -257,8 +257,9 @@ void Seikyu_frm::issue()
         activateWindow();
         return answer;
     };
+    // The preview waits on the clerk page by page: no busy cursor over it.
     WaitCursor wait;
-    run.progress = [&wait](int, int) { wait.show(); };
+    if (!session().PreviewMode) run.progress = [&wait](int, int) { wait.show(); };
     InvoiceRunOutcome outcome = InvoiceRunOutcome::Done;
     printTo(*out, [&] {
         outcome = run.IssueInvoices(request);

@@ -22,7 +22,17 @@
 #include "slips/Slip_frm.h"
 #include "slips/SlipSelect_frm.h"
 #include "slips/SlipList_frm.h"
+#include "slips/Cashier_frm.h"
+#include "slips/CasherList_frm.h"
+#include "slips/SlipDno_frm.h"
 #include "reports/Seikyu_frm.h"
+#include "reports/RepoNippou_frm.h"
+#include "reports/RepoGeppou_frm.h"
+#include "reports/Chouha_frm.h"
+#include "reports/Daichou_frm.h"
+#include "reports/ListDaichou_frm.h"
+#include "reports/RepoSales_frm.h"
+#include "reports/Zandaka_frm.h"
 
 // Each screen adds one line here: registerScreen("Name_frm", [] { return new Name_frm; });
 void registerAllScreens()
@@ -55,4 +65,15 @@ void registerAllScreens()
     registerScreen("SlipSelect_frm", [] { return new SlipSelect_frm; });
     registerScreen("Seikyu_frm", [] { return new Seikyu_frm; });
     Slip_frm::setSlipListPicker(&SlipList_frm::pick);
+    registerScreen("Cashier_frm", [] { return new Cashier_frm; });
+    Cashier_frm::setCashListPicker(&CasherList_frm::pick);
+    registerScreen("SlipDno_frm", [] { return new SlipDno_frm; });
+    registerOpeningCheck("SlipDno_frm", &SlipDno_frm::mayOpen);
+    registerScreen("RepoNippou_frm", [] { return new RepoNippou_frm; });
+    registerScreen("RepoGeppou_frm", [] { return new RepoGeppou_frm; });
+    registerScreen("Chouha_frm", [] { return new Chouha_frm; });
+    registerScreen("Daichou_frm", [] { return new Daichou_frm; });
+    registerScreen("ListDaichou_frm", [] { return new ListDaichou_frm; });
+    registerScreen("Zandaka_frm", [] { return new Zandaka_frm; });
+    registerScreen("RepoSales_frm", [] { return new RepoSales_frm; });
 }

@@ -8,6 +8,7 @@
 #include "entry/Convert.h"
 #include "entry/KeyCodes.h"
 #include "shell/Dialogs.h"
+#include "slips/QtSlipScreens.h"
 #include "slips/Slip_frm.h"
 
 namespace {
@@ -127,7 +128,7 @@ void Slip_frm::productLookup(int row)
 {
     pushHead();
     const SlipLookup l = ed_.productLookup();
-    const QString code = runLookup(l);
+    const QString code = SlipScreens::runLookup(l);
     if (code.isEmpty()) return;
     edit(cells_[row][fHinCode])->setText(code);
     bool found = false;

@@ -11,19 +11,10 @@
 #include "entry/KeyCodes.h"
 #include "entry/QtFormBuilder.h"
 #include "shell/Session.h"
+#include "slips/QtSlipScreens.h"
 #include "slips/Slip_frm.h"
 
-namespace {
-QLabel* framed(QWidget* parent, Qt::Alignment align = Qt::AlignLeft | Qt::AlignVCenter)
-{
-    auto* l = new QLabel(parent);
-    l->setFrameShape(QFrame::Panel);
-    l->setFrameShadow(QFrame::Sunken);
-    l->setAlignment(align);
-    l->setTextFormat(Qt::PlainText);
-    return l;
-}
-}  // namespace
+using SlipScreens::framed;
 
 void Slip_frm::build()
 {
@@ -82,19 +73,7 @@ QWidget* Slip_frm::buildHead()
     }
     auto caption = [&](const QString& t) { return new QLabel(t, w); };
     auto date = new QHBoxLayout;
-    date->setSpacing(4);
-    // With era years the year box holds the Heisei year (DisplayYear), so the era is named before it.
-    if (session().Hiz == 1) date->addWidget(caption(QStringLiteral("平成")));
-    date->addWidget(ebox_[YearBox]);
-    date->addWidget(caption(QStringLiteral("年")));
-    date->addWidget(ebox_[MonthBox]);
-    date->addWidget(caption(QStringLiteral("月")));
-    date->addWidget(ebox_[DayBox]);
-    date->addWidget(caption(QStringLiteral("日")));
-    weekday_ = framed(w, Qt::AlignCenter);
-    weekday_->setMinimumWidth(half * 6);
-    date->addWidget(weekday_);
-    date->addStretch(1);
+    weekday_ = SlipScreens::addDateRow(date, w, ebox_[YearBox], ebox_[MonthBox], ebox_[DayBox]);
 
     g->addWidget(caption(QStringLiteral("伝票No.")), 0, 0);
     g->addWidget(ebox_[DnoBox], 0, 1);
@@ -105,7 +84,9 @@ QWidget* Slip_frm::buildHead()
     g->addWidget(cbox_[ClassList], 1, 1);
     g->addWidget(caption(ed_.partnerCaption()), 1, 2);
     g->addWidget(cbox_[PartnerList], 1, 3);
+    // Captions keep clear of their boxes.
     auto* simeBox = new QHBoxLayout;
+    simeBox->setSpacing(6);
     sime_ = framed(w, Qt::AlignCenter);
     sime_->setMinimumWidth(half * 4);
     zei_ = framed(w, Qt::AlignCenter);
@@ -123,6 +104,7 @@ QWidget* Slip_frm::buildHead()
     g->addWidget(cbox_[NouList], 2, 1);
     g->addWidget(caption(QStringLiteral("取引")), 2, 2);
     auto* deal = new QHBoxLayout;
+    deal->setSpacing(6);
     deal->addWidget(cbox_[KubunList]);
     deal->addSpacing(10);
     deal->addWidget(caption(QStringLiteral("担当者")));

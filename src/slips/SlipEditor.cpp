@@ -5,29 +5,12 @@
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
 #include "slips/SlipKinds.h"
+#include "slips/SlipCodes.h"
 #include "slips/SlipNumbering.h"
 #include "store/Sql.h"
 
 namespace {
 QSqlDatabase db() { return session().MasterDb; }
-
-std::optional<qint64> codeOf(const QVariant& v)
-{
-    if (v.isNull()) return std::nullopt;
-    return v.toLongLong();
-}
-
-std::optional<int> classFilter(const std::optional<qint64>& c)
-{
-    return c ? std::optional<int>(int(*c)) : std::nullopt;
-}
-
-bool containsCode(const QList<ListEntry>& entries, qint64 code)
-{
-    for (const ListEntry& e : entries)
-        if (e.code == code) return true;
-    return false;
-}
 }  // namespace
 
 SlipEditor::SlipEditor(const QString& kind)

@@ -6,11 +6,9 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 
 #include "entry/Convert.h"
-#include "entry/Help_frm.h"
 #include "entry/KeyCodes.h"
 #include "entry/QtChoiceLists.h"
 #include "entry/QtFormBuilder.h"
@@ -23,42 +21,17 @@
 #include "shell/Session.h"
 #include "shell/main_menu_frm.h"
 #include "slips/QtSlipPrint.h"
+#include "slips/QtSlipScreens.h"
 #include "slips/SlipRegister.h"
 
+using namespace SlipScreens;
+
 namespace {
-Slip_frm::Lookup& lookupHook()
-{
-    static Slip_frm::Lookup f;
-    return f;
-}
-Slip_frm::PlainQuestion& plainQuestionHook()
-{
-    static Slip_frm::PlainQuestion f;
-    return f;
-}
 Slip_frm::SlipListPicker& slipListHook()
 {
     static Slip_frm::SlipListPicker f;
     return f;
 }
-
-std::optional<qint64> listCode(const QComboBox* list)
-{
-    const std::optional<int> c = ListCode(list);
-    return c ? std::optional<qint64>(*c) : std::nullopt;
-}
-
-void selectCode(QComboBox* list, const std::optional<qint64>& code)
-{
-    if (code) FindListCode(list, int(*code));
-    else list->setCurrentIndex(-1);
-}
-
-void setTextIfChanged(QLineEdit* box, const QString& text)
-{
-    if (box->text() != text) box->setText(text);
-}
-
 
 // The keys the four lists ignore while a saved slip is amended; Enter, the arrows that move
 // the focus, Tab and Esc still work.
@@ -68,17 +41,8 @@ bool movesOnly(int key)
 }
 }  // namespace
 
-QString Slip_frm::runLookup(const SlipLookup& l)
-{
-    if (lookupHook()) return lookupHook()(l);
-    Help_frm* h = HelpForm();
-    h->Init(l.table, l.filter1, l.filter2);
-    h->exec();
-    return h->Hit() ? h->HitCode() : QString();
-}
-
-void Slip_frm::setLookup(Lookup f) { lookupHook() = std::move(f); }
-void Slip_frm::setPlainQuestion(PlainQuestion f) { plainQuestionHook() = std::move(f); }
+void Slip_frm::setLookup(Lookup f) { SlipScreens::setLookup(std::move(f)); }
+void Slip_frm::setPlainQuestion(PlainQuestion f) { SlipScreens::setPlainQuestion(std::move(f)); }
 void Slip_frm::setSlipListPicker(SlipListPicker f) { slipListHook() = std::move(f); }
 
 Slip_frm::Slip_frm(QWidget* parent) : QWidget(parent), ed_(session().MenuKey)
@@ -220,7 +184,7 @@ void Slip_frm::numberEnter(int& keyCode)
 
 void Slip_frm::listLeft(int index)
 {
-    if (pulling_) return;
+    if (pulling_ || leaving_) return;
     // The grid may hold text typed without Enter; it is read back before anything redraws it.
     pushHead();
     pushRows();
@@ -256,13 +220,20 @@ void Slip_frm::officeChange()
     office_->setText(session().EigNamae.trimmed());
     bu_.Action(QStringLiteral("CLEAR"));
     clearLines();
+    focusNumber();
+}
+
+void Slip_frm::focusNumber()
+{
     bu_.focusItem(0);
+    // The counter offered is replaced by the first digit typed.
+    ebox_[DnoBox]->selectAll();
 }
 
 void Slip_frm::focusFor(SlipFocus f)
 {
     switch (f) {
-    case SlipFocus::Number: bu_.focusItem(0); break;
+    case SlipFocus::Number: focusNumber(); break;
     case SlipFocus::Year: bu_.focusItem(1); break;
     case SlipFocus::Partner: bu_.focusItem(5); break;
     case SlipFocus::Nou: bu_.focusItem(6); break;
@@ -295,7 +266,7 @@ bool Slip_frm::saveSlip(bool print)
     clearDisplay();
     clearLines();
     bu_.State = QStringLiteral("VIEW");
-    bu_.focusItem(0);
+    focusNumber();
     return true;
 }
 
@@ -317,35 +288,35 @@ void Slip_frm::deleteShownSlip()
     if (!done) return;
     bu_.Action(QStringLiteral("CLEAR"));
     clearLines();
-    bu_.focusItem(0);
+    focusNumber();
 }
 
 void Slip_frm::deleteByButton()
 {
-    const QString title = QStringLiteral("Norbrin Data"), text = QStringLiteral("この伝票を削除してよろしいですか？");
-    const bool ok = plainQuestionHook()
-                        ? plainQuestionHook()(title, text)
-                        : QMessageBox::question(this, title, text, QMessageBox::Ok | QMessageBox::Cancel) == QMessageBox::Ok;
-    if (ok) deleteShownSlip();
+    if (askPlain(QStringLiteral("Norbrin Data"), QStringLiteral("この伝票を削除してよろしいですか？"), true))
+        deleteShownSlip();
 }
 
 void Slip_frm::lookupInList(int index)
 {
     pushHead();
-    if (index == ClassList) {
-        const QString code = runLookup(ed_.classLookup());
-        if (!code.isEmpty()) FindListCode(cbox_[ClassList], code.toInt());
-        return;
-    }
-    const bool hadClass = ed_.head.ClassCode.has_value();
-    const QString code = runLookup(ed_.partnerLookup());
-    if (code.isEmpty()) return;
-    if (!hadClass) {
+    const bool partner = index == PartnerList, hadClass = ed_.head.ClassCode.has_value();
+    const bool picked = pickIntoList(cbox_[index], partner ? ed_.partnerLookup() : ed_.classLookup(), [&] {
+        if (!partner || hadClass) return;
         ed_.head.Partner.reset();
         ed_.classLeft();
         pullLists();
-    }
-    FindListCode(cbox_[PartnerList], code.toInt());
+    });
+    if (!picked) return;
+    // A pick acts as Enter on the list. Leaving it is done here: after the lookup window the
+    // focus may move on without the list ever being told.
+    bu_.Typed.clear();
+    listLeft(index);
+    if (focusWidget() != cbox_[index]) return;   // a refused date took the focus
+    leaving_ = true;
+    int key = vbKeyReturn;
+    bu_.cboxKeyDown(index, key, 0);
+    leaving_ = false;
 }
 
 void Slip_frm::pickSlipFromList()
@@ -370,7 +341,7 @@ void Slip_frm::doFunctionKey(int keyCode)
         bu_.Action(QStringLiteral("CLEAR"));
         clearDisplay();
         clearLines();
-        bu_.focusItem(0);
+        focusNumber();
         break;
     case vbKeyF2: deleteByKey(); break;
     case vbKeyF3: if (row >= 0) lineDelete(row); break;
@@ -500,20 +471,11 @@ void Slip_frm::showEvent(QShowEvent* event)
     QWidget::showEvent(event);
     if (shownOnce_) return;
     shownOnce_ = true;
-    bu_.focusItem(0);
+    focusNumber();
 }
 
 void Slip_frm::closeEvent(QCloseEvent* event)
 {
     QWidget::closeEvent(event);
-    if (ProgramEnding()) return;
-    // Back to where the slip was opened from.
-    QWidget* back = nullptr;
-    if (session().SlipCaller == QLatin1String("LstDaichou")) back = ::screen(QStringLiteral("ListDaichou_frm"));
-    else back = main_menu_frm::instance();
-    if (back && back != this) {
-        back->show();
-        back->raise();
-        back->activateWindow();
-    }
+    showCaller(this);
 }

@@ -59,7 +59,8 @@ public:
     QLabel* tipBox() const { return tip_; }
     QPushButton* command(Command c) const { return commands_[c]; }
 
-    // A lookup list call answering the picked code, or "" (the lookup window by default).
+    // A lookup list call answering the picked code, or "" (the lookup window by default);
+    // shared with the deposit screen.
     using Lookup = std::function<QString(const SlipLookup&)>;
     static void setLookup(Lookup f);
     // The plain OK/Cancel box of the delete button (a message box by default).
@@ -97,6 +98,7 @@ private:
     void numberEnter(int& keyCode);
     void listLeft(int index);
     void officeChange();
+    void focusNumber();
     void focusFor(SlipFocus f);
     bool saveSlip(bool print);
     void deleteByKey();
@@ -104,7 +106,6 @@ private:
     void lookupInList(int index);
     void pickSlipFromList();
     void deleteShownSlip();
-    static QString runLookup(const SlipLookup& l);
 
     // The grid (QtSlipGridKeys.cpp).
     bool gridKey(GridField f, int row, int keyCode, int shift);
@@ -142,5 +143,6 @@ private:
     QList<ListEntry> shown_[5];
     int lastRow_ = 0;
     bool pulling_ = false;
+    bool leaving_ = false;     // a list is being left by a pick; its focus-out adds nothing
     bool shownOnce_ = false;
 };

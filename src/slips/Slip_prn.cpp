@@ -52,15 +52,15 @@ QString taxNote(short zeituuchi)
 }
 
 // Page lines with the alignment switched only when it changes. Right-aligned text stands
-// against `right` by moving the page's x offset, since the language aligns on the area's edge;
-// the offset is not shrunk with the rest of the page, so it is shrunk here.
+// against `right` by moving the page's x offset, since the language aligns on the area's edge.
+// The offsets are not shrunk with the rest of the page, so they are shrunk here.
 class Lines {
 public:
     QStringList out;
     double shrink = session().ShrinkMode && !VtmlShrinkOff() ? 0.9 : 1.0;
 
     void font(const QString& name, int points) { out << QStringLiteral("<FONT>") + name << QStringLiteral("<SIZE>%1").arg(points); }
-    void yOffset(int y) { out << QStringLiteral("<YOFFSET>%1").arg(y); }
+    void yOffset(int y) { out << QStringLiteral("<YOFFSET>%1").arg(std::lround(y * shrink)); }
     void left(int x, int y, const QString& text)
     {
         if (text.isEmpty()) return;

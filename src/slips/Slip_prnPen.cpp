@@ -87,7 +87,7 @@ PrintedCompany readPrintedCompany(const QSqlDatabase& db)
         if (kind >= 1 && kind <= kinds.size()) parts << kinds[kind - 1];
         parts << text(QStringLiteral("koza%1").arg(i));
         parts.removeAll(QString());
-        c.banks << parts.join(QLatin1Char(' '));
+        c.banks.insert(i, parts.join(QLatin1Char(' ')));
     }
     return c;
 }

@@ -3,6 +3,7 @@
 // drawn from a report's BKGRD straight on the page being drawn: the page language itself has
 // only a rule across the whole page. Positions are twips of the document's area and shrink as
 // the page language shrinks its own drawing.
+#include <QMap>
 #include <QSqlDatabase>
 #include <QString>
 #include <QStringList>
@@ -35,6 +36,6 @@ struct PrintedCompany {
     QString name;
     QStringList address;   // postal code and address, then the second line
     QString phone;         // "TEL ... FAX ..."
-    QStringList banks;     // "銀行 支店 普通 1234567", one per account given
+    QMap<int, QString> banks;   // "銀行 支店 普通 1234567" by account number 1..4, those given
 };
 PrintedCompany readPrintedCompany(const QSqlDatabase& db);

@@ -1,5 +1,8 @@
 #include "store/Backup.h"
+#include <cstdio>
+#include <unistd.h>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include "store/Options.h"
 #include "store/BackupFiles.h"
@@ -27,6 +30,20 @@ QString backupFileName(const QString& stem, int nendo, const QDate& day)
     return stem + QString::number(nendo) + QString::number(backupWeekday(day)) + QStringLiteral(".db");
 }
 
+namespace {
+
+// A second name for `file`, which stays where it is.
+bool keepAside(const QString& file, const QString& aside, QString* error)
+{
+    if (::link(QFile::encodeName(file).constData(), QFile::encodeName(aside).constData()) == 0
+        || QFile::copy(file, aside))
+        return true;
+    if (error) *error = fileErrorText(QStringLiteral("前回のバックアップを残せません。"), file);
+    return false;
+}
+
+} // namespace
+
 QString backupFailureText()
 {
     return QStringLiteral("バックアップ機器の電源が入っていないか,\nパスの設定が異なります。");
@@ -51,11 +68,22 @@ bool backupStore(const QString& folderText, bool yearFolderMode, int nendo, cons
     r.slipCopy = folder + backupFileName(QStringLiteral("SLIP"), nendo, day);
     const QString masterTemp = r.masterCopy + QStringLiteral(".new");
     const QString slipTemp = r.slipCopy + QStringLiteral(".new");
-    // Both copies complete before either replaces its generation: the two files of one
-    // weekday always belong together.
-    const bool ok = writeCheckedCopy(copyingMasterPath(yearFolderMode, nendo), masterTemp, &r.error)
-                    && writeCheckedCopy(slipPath(nendo), slipTemp, &r.error)
-                    && putInPlace(masterTemp, r.masterCopy, &r.error) && putInPlace(slipTemp, r.slipCopy, &r.error);
+    // Both copies complete before either replaces its generation, and last week's master copy
+    // is kept aside until the slip copy has its name too: the two files of one weekday always
+    // belong together.
+    const QString aside = r.masterCopy + QStringLiteral(".prev");
+    QFile::remove(aside);
+    const bool hadMaster = QFileInfo::exists(r.masterCopy);
+    bool ok = writeCheckedCopy(copyingMasterPath(yearFolderMode, nendo), masterTemp, &r.error)
+              && writeCheckedCopy(slipPath(nendo), slipTemp, &r.error)
+              && (!hadMaster || keepAside(r.masterCopy, aside, &r.error))
+              && putInPlace(masterTemp, r.masterCopy, &r.error);
+    if (ok && !putInPlace(slipTemp, r.slipCopy, &r.error)) {
+        if (hadMaster) std::rename(QFile::encodeName(aside).constData(), QFile::encodeName(r.masterCopy).constData());
+        else QFile::remove(r.masterCopy);
+        ok = false;
+    }
+    QFile::remove(aside);
     if (!ok) {
         removeStoreFile(masterTemp);
         removeStoreFile(slipTemp);

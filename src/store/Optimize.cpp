@@ -21,8 +21,12 @@ bool repaired(const QString& file, QString* error)
     return ok;
 }
 
-CompactionFiles filesOf(const QString& file, const QString& stem)
+CompactionFiles filesOf(const QString& path, const QString& stem)
 {
+    // A file behind a link is compacted where it lives: renaming over the link would leave
+    // the link's other names on the old, uncompacted file.
+    const QFileInfo info(path);
+    const QString file = info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
     const QString dir = QFileInfo(file).path() + QLatin1Char('/');
     return {file, dir + stem + QStringLiteral("N.db"), dir + stem + QStringLiteral(".bak")};
 }

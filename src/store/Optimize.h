@@ -7,7 +7,7 @@
 #include <QString>
 
 struct CompactionFiles {
-    QString file;      // MASTER/MASTER.db, <year>/MASTER.db or <year>/SLIP.db
+    QString file;      // MASTER/MASTER.db, <year>/MASTER.db or <year>/SLIP.db; behind a link, the real file
     QString compact;   // MASTERN.db / SLIPN.db beside it
     QString previous;  // MASTER.bak / SLIP.bak beside it
 };

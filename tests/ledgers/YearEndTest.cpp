@@ -217,3 +217,29 @@ TEST(YearEnd, RepeatedRunRefreshesTheNewYearAndKeepsItsSlips)
     EXPECT_EQ(valueIn(kOld, "SELECT count(*) FROM TtoD WHERE TorCode=200 AND Getudo=13").toInt(), 1);
     EXPECT_EQ(valueIn("MASTER/MASTER.db", "SELECT SKai FROM Com").toString(), "20270401");
 }
+
+// A kill after the company has moved on but before the note of a pending update is removed
+// leaves the note behind; a later update from the closed year is then a repeated run all the
+// same, and the note goes.
+TEST(YearEnd, ANoteLeftBehindAfterTheCompanyMovedOnDoesNotStopARepeatedRun)
+{
+    for (const bool marker : {false, true}) {
+        ClosingYear co(marker);
+        ASSERT_TRUE(ExecuteUpdate().ok);
+        QFile note("2027/YEAREND.pending");
+        ASSERT_TRUE(note.open(QIODevice::WriteOnly));
+        note.close();
+        ASSERT_TRUE(co.reopen());
+        co.sale(1, QDate(2027, 4, 15), 100, 0, 4, {line(900, 0, 1, 4)});
+        co.batch();
+        session().Nendo = 2026;   // the target year changed back to the closed year
+        const YearEndResult r = ExecuteUpdate();
+        ASSERT_TRUE(r.ok) << r.error.toStdString();
+        EXPECT_EQ(r.kind, YearEndKind::RepeatedRun) << marker;
+        EXPECT_EQ(valueIn(kNew, "SELECT USuu FROM ThiD WHERE HinCode=? AND Getudo=4", {kP1}).toInt(), 4) << marker;
+        EXPECT_FALSE(note.exists()) << marker;
+        if (marker) {
+            EXPECT_EQ(textOf("NENDO"), "2027");
+        }
+    }
+}

@@ -59,6 +59,8 @@ TEST(Excel, ValuesAndTheDateFormatLandInTheirCells)
     EXPECT_EQ(sheet.format("A3"), "yyyy/mm/dd");
     EXPECT_EQ(sheet.cell("B3"), "2026-04-30");
     EXPECT_EQ(QDir(dir.path()).entryList(QDir::Files | QDir::Hidden), QStringList{"元帳.xlsx"});
+    // Other stations read the sheet from a shared folder: not a private temporary file's mode.
+    EXPECT_TRUE(QFile::permissions(file) & QFileDevice::ReadGroup);
 }
 
 TEST(Excel, TheFileNameTakesThePathExcelFolderAndATimeStamp)

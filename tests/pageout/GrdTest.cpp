@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 #include <QDate>
+#include <QFont>
 #include <QTableWidget>
 #include <QTemporaryDir>
 #include "entry/Convert.h"
@@ -182,6 +183,51 @@ TEST(Grd, AGridWithOnlyItsHeadingIsAMessageAndNoPage)
     EXPECT_TRUE(run.rec().log.isEmpty());
 }
 
+// The products of SummaryGrid whose reading the store stops with an error after `count`.
+struct BrokenRows : ReportRows {
+    std::unique_ptr<ReportRows> rows;
+    int count, at = 0;
+    BrokenRows(std::unique_ptr<ReportRows> r, int n) : rows(std::move(r)), count(n) {}
+    bool next() override { return ++at <= count && rows->next(); }
+    QVariant value(const QString& c) const override { return rows->value(c); }
+    bool hasColumn(const QString& c) const override { return rows->hasColumn(c); }
+    bool ok() const override { return at <= count; }
+    QString error() const override { return QStringLiteral("エラー：11 データベースのファイルが壊れています。"); }
+};
+
+// A fill that stops part way leaves no half list to print or export: the heading only, and
+// the sums of no row.
+TEST(Grd, AFillThatStopsLeavesTheHeadingOnly)
+{
+    struct Case {
+        const char* what;
+        int readable;
+        QString missing;   // a column the rows do not have
+        QString message;
+    } cases[] = {
+        {"the store fails on the fourth row", 3, "", "エラー：11 データベースのファイルが壊れています。"},
+        {"a column not in the rows", 10, "Tanka", "エラー：3265 項目「Tanka」が一覧のデータにありません。"},
+    };
+    for (const Case& c : cases) {
+        PageRun run;
+        SummaryGrid g(10);
+        if (!c.missing.isEmpty()) {
+            g.grd.GrdAddColumn(column("単価", c.missing.toUtf8().constData(), "N", "#,##0"));
+            g.grd.GrdSetHeaders();
+        }
+        BrokenRows rows(std::move(g.rows), c.readable);
+        g.form.rows = &rows;
+        EXPECT_FALSE(g.grd.GrdFill(&rows, &g.form)) << c.what;
+        EXPECT_EQ(run.told(), QStringList{c.message}) << c.what;
+        EXPECT_EQ(g.cells.rows(), 1) << c.what;
+        EXPECT_EQ(g.cells.text(0, 1), "名称") << c.what;
+        EXPECT_EQ(g.grd.sum(4), Money()) << c.what;
+        ScopedPageOutput scope(&run.out);
+        EXPECT_FALSE(g.grd.GrdPrint("t", "s", 0)) << c.what;
+        EXPECT_EQ(run.rec().ended, 0) << c.what;
+    }
+}
+
 TEST(Grd, ExportWritesEveryCellNumbersAsNumbers)
 {
     QTemporaryDir dir;
@@ -231,6 +277,25 @@ TEST(Grd, OnAScreenTableRowZeroIsTheHeading)
     EXPECT_TRUE(table.item(0, 2)->textAlignment() & Qt::AlignRight);
     // Widths in twips come back as they were set, to a pixel.
     EXPECT_NEAR(cells.columnWidth(2), grd.columns()[2].Width, 15);
+}
+
+// The columns of a screen's grid are as wide as the paper's: measured in the forms' fixed-pitch
+// Gothic, where a blank and a digit are half an em, whatever the screen substitutes for the
+// name (the program maps it to a proportional Gothic for its screens).
+TEST(Grd, AScreenGridMeasuresItsColumnsInThePapersFont)
+{
+    QFont::insertSubstitution(QStringLiteral("ＭＳ ゴシック"), QStringLiteral("IPAexGothic"));
+    QTableWidget table;
+    QtGridCells cells(&table);
+    Grd grd(&cells);
+    grd.GrdInit(2);
+    grd.GrdAddColumn(column("名称", "aHinNamae", "S", "30"));
+    grd.GrdAddColumn(column("金額", "tUGaku", "N", "#,###,##0"));
+    grd.GrdSetHeaders();
+    QFont::removeSubstitutions(QStringLiteral("ＭＳ ゴシック"));
+    // At 10 points: 30 blanks of 100 twips, 9 characters of 100, and the gap of 120.
+    EXPECT_NEAR(cells.columnWidth(0), 3120, 15);
+    EXPECT_NEAR(cells.columnWidth(1), 1020, 15);
 }
 
 }  // namespace

@@ -281,6 +281,28 @@ TEST(Pb, AMistakeOfTheReportStopsTheDocumentWithNothingHalf)
     EXPECT_TRUE(r.run.told().value(0).startsWith("エラー：6 "));
 }
 
+// The callbacks a document asks for need the report form that answers them: without one the
+// document stops, rather than come out without its closing figures or its background.
+TEST(Pb, CallbacksWithoutAReportFormStopTheDocument)
+{
+    struct Case {
+        const char* what;
+        QStringList lines;
+        bool noTotals;
+        QString message;
+    } cases[] = {
+        {"NoTotals", kLines, true, "エラー：頁の終わりを描く帳票がありません。"},
+        {"BKGRD", QStringList(kLines) << "<BKGRD>", false, "エラー：背景を描く帳票がありません。「<BKGRD>」"},
+    };
+    for (const Case& c : cases) {
+        Report r;
+        EXPECT_FALSE(r.print(rowsOf({{"A", yen(1)}}), kFields, c.lines, nullptr, [&] { PbSetNoTotals(c.noTotals); }))
+            << c.what;
+        EXPECT_EQ(r.run.told(), QStringList{c.message}) << c.what;
+        EXPECT_EQ(r.pages(), 0) << c.what;
+    }
+}
+
 TEST(Pb, RowsOfAStatementGiveMoneyColumnsAsMoneyAndAFailedStatementStops)
 {
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("pb_rows"));

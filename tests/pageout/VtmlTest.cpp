@@ -63,20 +63,24 @@ TEST(Vtml, ShrinkScalesPositionsRulesAndSizesButNotOffsets)
         const char* what;
         bool shrinkOff;
         bool preview;
+        bool ownPaper;
         QStringList expected;
     } cases[] = {
-        {"printer under shrink: the area is kept, the text at 1000 stands at 1620",
-         false, false, {"SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4"}},
+        {"a printer under shrink keeps its paper: the text at 1000 stands at 1620",
+         false, false, true, {"SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4"}},
         {"the preview takes the area even under shrink",
-         false, true, {"AREA 2000,3000", "SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4"}},
+         false, true, false, {"AREA 2000,3000", "SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4"}},
+        {"a PDF file has no paper but the area",
+         false, false, false, {"AREA 2000,3000", "SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4"}},
         {"ShrinkOff: everything as given",
-         true, false, {"AREA 2000,3000", "SIZE 11", "T 1720,500 A", "L 720,500 2000,500", "SIZE 5"}},
+         true, false, true, {"AREA 2000,3000", "SIZE 11", "T 1720,500 A", "L 720,500 2000,500", "SIZE 5"}},
     };
     for (const Case& c : cases) {
         PageRun run;
         session().ShrinkMode = true;
         VtmlSetShrinkOff(c.shrinkOff);
         run.rec().preview = c.preview;
+        run.rec().ownPaper = c.ownPaper;
         ASSERT_TRUE(run.lines({"<AREA>2000,3000", "<SIZE>11", "<XOFFSET>720", "<FREE>1000,500,A", "<LOCATE>0,500",
                                "<LINE>", "<SIZE>5"}))
             << c.what;
@@ -87,12 +91,22 @@ TEST(Vtml, ShrinkScalesPositionsRulesAndSizesButNotOffsets)
     }
 }
 
-TEST(Vtml, KeepPageSetupLeavesTheSurfaceButCentresOnTheArea)
+TEST(Vtml, KeepPageSetupLeavesThePrintersPaperButCentresOnTheArea)
 {
-    PageRun run;
-    session().KeepPageSetup = true;
-    ASSERT_TRUE(run.lines({"<AREA>1000,1000", "<CENTER>", "AB"}));
-    EXPECT_EQ(run.rec().log, (QStringList{"T 400,0 AB", "END"}));
+    struct Case {
+        bool ownPaper;
+        QStringList log;
+    } cases[] = {
+        {true, {"T 400,0 AB", "END"}},
+        {false, {"AREA 1000,1000", "T 400,0 AB", "END"}},   // a PDF file has no page setup to keep
+    };
+    for (const Case& c : cases) {
+        PageRun run;
+        session().KeepPageSetup = true;
+        run.rec().ownPaper = c.ownPaper;
+        ASSERT_TRUE(run.lines({"<AREA>1000,1000", "<CENTER>", "AB"}));
+        EXPECT_EQ(run.rec().log, c.log) << c.ownPaper;
+    }
 }
 
 TEST(Vtml, ZoubunAndTheAreaCarryIntoTheNextDocument)

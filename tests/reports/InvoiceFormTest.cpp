@@ -104,6 +104,27 @@ TEST_F(InvoiceFormTest, ClerkTypesTheDayAndACustomerAndPrintsItsInvoice)
     EXPECT_TRUE(dlg.log.isEmpty()) << qPrintable(dlg.log.join('\n'));
 }
 
+TEST_F(InvoiceFormTest, PreviewPagesAreReadWithTheOrdinaryCursor)
+{
+    session().PreviewMode = true;
+    QList<bool> busy;
+    setPreviewPageHook([&](QWidget* w) {
+        QTimer::singleShot(0, w, [&busy, w] {
+            busy << (QApplication::overrideCursor() != nullptr);
+            w->close();
+        });
+    });
+    open();
+    typeRun("5", "31");
+    press(Qt::Key_Return);
+    setPreviewPageHook({});
+    session().PreviewMode = false;
+    // The printer is asked in preview mode too; then one page a customer, closed by the clerk.
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(busy, (QList<bool>{false, false}));
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
 TEST_F(InvoiceFormTest, MonthAndDayOutOfRangeAreRefusedWithTheFocusBack)
 {
     open();

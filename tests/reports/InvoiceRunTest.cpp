@@ -245,6 +245,29 @@ TEST_F(InvoiceRunTest, ChosenStyleHoldsForTheRunAndPlainPaperCarriesTheForm)
     }
 }
 
+TEST_F(InvoiceRunTest, PlainPaperNamesTheAccountTheCustomerPaysInto)
+{
+    co.exec("INSERT INTO zSysFunc (Code, contents) VALUES (1201, '5-白紙')");
+    co.exec("UPDATE Com SET Bank3 = '三井住友銀行', Mise3 = '神田支店', shurui3 = 2, koza3 = '7654321'");
+    session().SeiStyle = 5;
+    const QString first = "みずほ銀行 神田支店 普通 1234567", third = "三井住友銀行 神田支店 当座 7654321";
+    // 1004 closes on the 30th; the account is the customer's transfer account, if it has one.
+    const struct {
+        int bankCode;
+        QStringList shown;
+    } cases[] = {{0, {first, third}}, {3, {third}}, {1, {first}}, {2, {first, third}}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.bankCode);
+        co.exec("UPDATE Tor SET BankCode = ? WHERE Code = 1004", {c.bankCode});
+        Recorded r;
+        ASSERT_EQ(run(r, "30"), InvoiceRunOutcome::Done);
+        const QStringList t = r.rec().texts();
+        EXPECT_TRUE(t.contains("お振込先"));
+        EXPECT_EQ(t.filter("銀行 "), c.shown);
+    }
+    session().SeiStyle = 0;
+}
+
 TEST_F(InvoiceRunTest, PdfOfARunHoldsEveryInvoiceInRunOrder)
 {
     QTemporaryDir tmp;

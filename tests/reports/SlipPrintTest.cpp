@@ -134,6 +134,22 @@ TEST_F(SlipPrintTest, StyleTwoAddsTheReceiptCopyAndAnUnknownStylePrintsTheSlipAl
     }
 }
 
+TEST_F(SlipPrintTest, ShrunkReceiptCopyKeepsItsTextsOnItsOwnRules)
+{
+    // The installation that shrinks every page: the copy's texts move down with its rules.
+    session().ShrinkMode = true;
+    const Recorded r = print(2, 2);
+    session().ShrinkMode = false;
+    QList<double> names;
+    for (const QString& e : r.rec().only("T "))
+        if (e.endsWith(" 納品書毎商店")) names << e.section(' ', 1, 1).section(',', 1).toDouble();
+    ASSERT_EQ(names.size(), 2);
+    EXPECT_NEAR(names[0], 1000 * 0.9, 1);
+    EXPECT_NEAR(names[1], (8419 + 1000) * 0.9, 1);
+    // The rule under the copy's customer name.
+    EXPECT_EQ(r.rec().only("L ").filter(QStringLiteral(",%1 ").arg((8419 + 1340) * 0.9)).size(), 1);
+}
+
 TEST_F(SlipPrintTest, SlipThatIsNotThereIsToldAndDrawsNothing)
 {
     for (long dno : {0L, 99L}) {

@@ -301,6 +301,64 @@ TEST_F(SlipFormTest, LeavingThePartnerListKeepsTextTypedInTheGrid)
     EXPECT_EQ(text(form->cell(Slip_frm::fHinCode, 0)), "1001");
 }
 
+TEST_F(SlipFormTest, APartnerPickedWithF6ActsAsEnter)
+{
+    struct Case { const char* kind; int partner; const char* sime; const char* zei; const char* cls; const char* tan; Slip_frm::List next; } cases[] = {
+        {"Dur", 2, "20", "納品書毎", "一般", "佐藤", Slip_frm::NouList},
+        {"Dsr", 1, "31", "明細毎", "問屋", "山田", Slip_frm::KubunList},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.kind);
+        QStringList asked;
+        Slip_frm::setLookup([&](const SlipLookup& l) {
+            asked << l.table + ":" + l.filter1;
+            return QString::number(c.partner);
+        });
+        open(c.kind);
+        enter("");
+        for (int i = 0; i < 4; ++i) press(Qt::Key_Return);
+        ASSERT_EQ(focused(), form->list(Slip_frm::PartnerList));
+        press(Qt::Key_F6);
+        EXPECT_EQ(asked, QStringList{QString(form->editor().partnerTable()) + ":ALL"});
+        EXPECT_EQ(text(form->simeLabel()), c.sime);
+        EXPECT_EQ(text(form->zeiLabel()), c.zei);
+        EXPECT_EQ(text(form->list(Slip_frm::ClassList)), c.cls);
+        EXPECT_EQ(text(form->list(Slip_frm::TanList)), c.tan);
+        EXPECT_EQ(focused(), form->list(c.next));
+        form->close();
+        flushDeletes();
+    }
+}
+
+TEST_F(SlipFormTest, TheNextNumberOfferedIsTypedOver)
+{
+    open();
+    for (Qt::Key key : {Qt::Key_F10, Qt::Key_F1}) {
+        typeHead("", 2);
+        typeLine("1001");
+        press(key);
+        ASSERT_EQ(focused(), form->box(Slip_frm::DnoBox));
+        QTest::keyClicks(focused(), "35");
+        EXPECT_EQ(text(form->box(Slip_frm::DnoBox)), "35") << key;
+        press(Qt::Key_F1);
+    }
+    EXPECT_EQ(count("SELECT count(*) FROM Dur"), 1);
+}
+
+TEST_F(SlipFormTest, CaptionsStandClearOfTheirBoxes)
+{
+    open();
+    auto captionRight = [&](const QString& caption) {
+        for (QLabel* l : form->findChildren<QLabel*>())
+            if (l->text() == caption) return l->mapTo(form, QPoint(l->width(), 0)).x();
+        return -1;
+    };
+    const int tanLeft = form->list(Slip_frm::TanList)->mapTo(form, QPoint(0, 0)).x();
+    const int zeiLeft = form->zeiLabel()->mapTo(form, QPoint(0, 0)).x();
+    EXPECT_GE(tanLeft - captionRight("担当者"), 4);
+    EXPECT_GE(zeiLeft - captionRight("税通知"), 4);
+}
+
 TEST_F(SlipFormTest, AQuantityBeyondItsColumnIsRefusedWhereItIsTyped)
 {
     const QStringList refused{"数量に不適切な数値です。\n999999以下にしてください。"};

@@ -113,6 +113,7 @@ TEST(Backup, AFailedCopyLeavesLastWeeksGenerationWhole)
         {"check", "MAST20263.db.new", true},
         {"copy", "SLIP20263.db.new", false},
         {"check", "SLIP20263.db.new", true},
+        {"place", "SLIP20263.db", false},   // the master copy has taken its place already
     };
     for (const auto& c : cases) {
         ScopedFileHook hook([&](const QString& step, const QString& path) {

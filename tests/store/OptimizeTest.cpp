@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -119,4 +120,39 @@ TEST(Optimize, TheMenuAsksFirstThenCompactsAndEnds)
     EXPECT_EQ(ended.count, 1);
     EXPECT_TRUE(QFileInfo("2026/SLIP.bak").isFile());
     EXPECT_TRUE(QFileInfo("MASTER/MASTER.bak").isFile());
+}
+
+// A file kept elsewhere behind a link (the master folder linking back to the root file, a
+// year's slip file on another disk): the real file is compacted beside itself and the link
+// stays a link, so every path still reaches one and the same file.
+TEST(Optimize, ALinkedFileIsCompactedWhereItLivesAndStaysLinked)
+{
+    struct Case { const char* link; const char* real; const char* target; } cases[] = {
+        {"MASTER/MASTER.db", "MASTER.db", "../MASTER.db"},
+        {"2026/SLIP.db", "disk/SLIP2026.db", "../disk/SLIP2026.db"},
+    };
+    for (const auto& c : cases) {
+        TempCompany co(2026);
+        grownAndShrunk(co);
+        if (QString(c.link) == kMaster) {
+            ASSERT_TRUE(co.useRootMasterFile());
+        }
+        ASSERT_TRUE(QDir().mkpath(QFileInfo(c.real).path()) && QDir().mkpath(QFileInfo(c.link).path()));
+        if (QFileInfo(c.link).isFile()) {
+            ASSERT_TRUE(QFile::rename(c.link, c.real));
+        }
+        ASSERT_EQ(::symlink(c.target, c.link), 0) << c.link;
+        const QStringList rows = storeFileRows(c.real);
+        QString error;
+        ASSERT_TRUE(compactStore(false, 2026, &error)) << c.link << " " << error.toStdString();
+        EXPECT_TRUE(QFileInfo(c.link).isSymLink()) << c.link;
+        EXPECT_EQ(QFileInfo(c.link).canonicalFilePath(), QFileInfo(c.real).canonicalFilePath()) << c.link;
+        const QString bak = QFileInfo(c.real).path() + (QString(c.link) == kMaster ? "/MASTER.bak" : "/SLIP.bak");
+        EXPECT_TRUE(QFileInfo(bak).isFile()) << bak.toStdString();
+        EXPECT_EQ(snapshotDifference(rows, storeFileRows(c.real)), "") << c.link;
+        // What the next start writes through one name the copying paths read through the other.
+        ASSERT_TRUE(co.execOn(c.real, {"CREATE TABLE Seen (x)"}));
+        OwnConnection link(c.link);
+        EXPECT_TRUE(TableExists(link.db(), "Seen")) << c.link;
+    }
 }

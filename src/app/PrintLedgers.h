@@ -1,0 +1,3 @@
+#pragma once
+// `velmora print ledger`, `velmora print balances` and `velmora print sales`.
+void registerLedgerPrints();

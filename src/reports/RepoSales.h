@@ -1,0 +1,30 @@
+#pragma once
+// "売上一覧表" / "仕入一覧表": the month's own movement by partner, from the same ledger rows as
+// the balance list, without the balance brought forward and the money received.
+#include "reports/LedgerReportList.h"
+
+class RepoSales : public PartnerMonthList {
+public:
+    // Anything but "Kza" lists the customers.
+    explicit RepoSales(const QString& code)
+        : PartnerMonthList(code == QLatin1String("Kza") ? QStringLiteral("Kza") : QStringLiteral("Uza")) {}
+
+    Money sums[4];
+
+    QString title() const override;
+    QStringList heads() const override;
+    QStringList screenRow(int r) const override;
+    QStringList totals() const override;
+    ReportDocument printDocument() const override;
+    Money alphaValue(int n, int r) const override;
+    ReportSheet sheet() const override;
+    QString sheetName() const override;
+
+protected:
+    void resetSums() override;
+    void addRow(int r) override;
+
+private:
+    // uriage, henpin, zei, hTotal.
+    QList<Money> figures(int r) const;
+};

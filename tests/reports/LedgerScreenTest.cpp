@@ -1,0 +1,263 @@
+#include <QComboBox>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include "entry/FormDriver.h"
+#include "reports/Daichou_frm.h"
+#include "reports/LedgerReportFixture.h"
+#include "reports/LedgerScreenSupport.h"
+#include "reports/LedgerReportList_frm.h"
+#include "reports/ListDaichou_frm.h"
+#include "reports/RepoSales_frm.h"
+#include "reports/Zandaka_frm.h"
+#include "shell/QtMenuRun.h"
+#include "shell/QtScreens.h"
+#include "shell/Session.h"
+#include "slips/Cashier_frm.h"
+#include "slips/Slip_frm.h"
+
+namespace {
+
+QString text(QWidget* w)
+{
+    if (auto* l = qobject_cast<QLabel*>(w)) return l->text();
+    if (auto* b = qobject_cast<QLineEdit*>(w)) return b->text();
+    if (auto* c = qobject_cast<QComboBox*>(w)) return c->currentText();
+    return {};
+}
+
+}  // namespace
+
+class LedgerScreen : public PartnerReportTest {
+protected:
+    QPointer<Daichou_frm> form;
+    QStringList lookups;
+
+    void SetUp() override
+    {
+        PartnerReportTest::SetUp();
+        registerScreen("ListDaichou_frm", [] { return new ListDaichou_frm; });
+        registerScreen("Slip_frm", [] { return new Slip_frm; });
+        Daichou_frm::setLookup([this](const QString& t, const QString& f1, const QString&) {
+            lookups << t + ":" + f1;
+            return QStringLiteral("3");
+        });
+        Slip_frm::setLookup([](const SlipLookup&) { return QString(); });
+    }
+    void TearDown() override
+    {
+        for (const char* name : {"ListDaichou_frm", "Slip_frm", "Cashier_frm"})
+            if (screenExists(name)) delete screen(name);
+        delete form;
+        flushDeletes();
+        Daichou_frm::setLookup({});
+        Slip_frm::setLookup({});
+        PartnerReportTest::TearDown();
+    }
+    void open(const char* view)
+    {
+        session().MenuKey = view;
+        form = new Daichou_frm;
+        ASSERT_TRUE(showActive(form));
+        ASSERT_EQ(focused(), form->ModeBox());
+    }
+    ListDaichou_frm* viewer() { return qobject_cast<ListDaichou_frm*>(screen("ListDaichou_frm")); }
+    QStringList rowTexts(int row)
+    {
+        QStringList out;
+        for (int c = 0; c < 6; ++c) out << viewer()->cell(row, c)->text();
+        return out;
+    }
+};
+
+TEST_F(LedgerScreen, ClerkTypesACustomerAndAMonthAndReadsTheLedger)
+{
+    open("Tdc");
+    EXPECT_EQ(form->caption(0)->text(), "得意先分類");
+    press(Qt::Key_Return);
+    EXPECT_EQ(text(focused()), "すべて選択");
+    press(Qt::Key_Return);
+    pick(1);
+    EXPECT_EQ(form->cbox(1)->currentText(), "東京商事");
+    EXPECT_EQ(form->cbox(2)->count(), 2);
+    EXPECT_EQ(focused(), form->cbox(2));
+    press(Qt::Key_Return);
+    ASSERT_EQ(focused(), form->eGetudo());
+    enter("14");
+    EXPECT_EQ(dlg.of("Tell"), QStringList{"範囲は１から１３です。"});
+    EXPECT_EQ(focused(), form->eGetudo());
+    enter("5");
+
+    ListDaichou_frm* v = viewer();
+    ASSERT_TRUE(v && v->isVisible());
+    EXPECT_EQ(v->Title()->text(), "2026年度得意先元帳");
+    EXPECT_EQ(v->TorName()->text(), "東京商事");
+    EXPECT_EQ(v->tukiBox()->text(), "5月度");
+    EXPECT_EQ(v->LabelHValue(6)->text(), "13,500");
+    EXPECT_EQ(rowTexts(0), QStringList({"05月22日", "振込", "南支店分", "", "", "2,000"}));
+    EXPECT_EQ(rowTexts(2), QStringList({"", "現金", "5月分", "", "", "3,000"}));
+    EXPECT_EQ(rowTexts(4), QStringList({"", "", "", "", "", ""}));
+    EXPECT_EQ(dlg.of("Tell").size(), 1);
+}
+
+TEST_F(LedgerScreen, DatesModeSupplierViewAndTheLookup)
+{
+    open("Sdc");
+    EXPECT_EQ(form->caption(1)->text(), "仕入先");
+    EXPECT_FALSE(form->cbox(2)->isVisible());
+    pick(2);   // 日付で表示
+    EXPECT_TRUE(form->dateBox(Daichou_frm::StartMonth)->isVisible());
+    EXPECT_FALSE(form->eGetudo()->isVisible());
+    press(Qt::Key_Return);
+    press(Qt::Key_F6);
+    EXPECT_EQ(lookups, QStringList{"Sir:ALL"});
+    EXPECT_EQ(form->cbox(1)->currentIndex(), -1);   // no supplier 3
+    press(Qt::Key_Delete);
+    EXPECT_EQ(form->cbox(1)->currentText(), "すべて選択");
+    press(Qt::Key_Return);
+    ASSERT_EQ(focused(), form->dateBox(Daichou_frm::StartMonth));
+    enter("13");
+    EXPECT_EQ(dlg.of("Tell"), QStringList{"範囲は１から１２です。"});
+    enter("5");
+    enter("32");
+    EXPECT_EQ(dlg.of("Tell").last(), "範囲は１から３１です。");
+    enter("1");
+    enter("5");
+    enter("10");
+    ListDaichou_frm* v = viewer();
+    ASSERT_TRUE(v && v->isVisible());
+    EXPECT_EQ(v->Range(0)->text(), "5月1日");
+    EXPECT_EQ(v->LabelHeader(1)->text(), "支払額");
+    EXPECT_EQ(v->LabelHValue(1)->text(), "");
+    EXPECT_EQ(rowTexts(1), QStringList({"", "仕入", "ノート", "3", "100.00", "300"}));
+}
+
+TEST_F(LedgerScreen, ClassNarrowsThePartnersAndTheLookupTakesIt)
+{
+    open("Tdc");
+    press(Qt::Key_Return);
+    pick(2);   // 小売
+    EXPECT_EQ(form->cbox(1)->count(), 2);
+    press(Qt::Key_F6);
+    EXPECT_EQ(lookups, QStringList{"Tor:2"});
+    EXPECT_EQ(form->cbox(1)->currentText(), "京都屋");
+}
+
+TEST_F(LedgerScreen, BarKeysAndADoubleClickOpenTheSlip)
+{
+    QList<ReportLine> lines;
+    for (int i = 0; i < 15; ++i) lines << ReportLine{1, 100 + i};
+    books->sale(30, QDate(2026, 5, 3), 2, 0, 5, lines);
+    LedgerRange r;
+    r.partner = 2;
+    r.month = 5;
+    ListDaichou_frm* v = viewer();
+    v->Init(r);
+    ASSERT_TRUE(showActive(v));
+    EXPECT_EQ(v->Bar()->maximum(), 1);
+    press(Qt::Key_Down);   // from 印刷 to the bar
+    ASSERT_EQ(focused(), v->Bar());
+    press(Qt::Key_Down);
+    EXPECT_EQ(v->Bar()->value(), 1);
+    EXPECT_EQ(v->cell(0, 0)->text(), "05月03日");
+    EXPECT_EQ(v->cell(14, 5)->text(), "114");
+    press(Qt::Key_Left);
+    EXPECT_EQ(focused(), v->Command());
+
+    QTest::mouseDClick(v->cell(14, 0), Qt::LeftButton);
+    auto* slip = qobject_cast<Slip_frm*>(screen("Slip_frm"));
+    ASSERT_TRUE(slip && slip->isVisible());
+    EXPECT_EQ(slip->box(Slip_frm::DnoBox)->text().trimmed(), "30");
+    EXPECT_EQ(slip->mode()->text(), "参照");
+    EXPECT_EQ(session().SlipCaller, "LstDaichou");
+
+    // Enter on a date does the same; the bar's Enter steps into the rows.
+    v->activateWindow();
+    v->Bar()->setFocus();
+    v->Bar()->setValue(0);
+    press(Qt::Key_Return);
+    ASSERT_EQ(focused(), v->cell(0, 0));
+    press(Qt::Key_Return);
+    EXPECT_EQ(slip->box(Slip_frm::DnoBox)->text().trimmed(), "5");
+}
+
+TEST_F(LedgerScreen, DepositsOpenOnTheDepositScreenByItsKind)
+{
+    registerScreen("Cashier_frm", [] { return new Cashier_frm; });
+    LedgerRange r;
+    r.partner = 1;
+    r.month = 5;
+    ListDaichou_frm* v = viewer();
+    v->Init(r);
+    v->openLine(2);   // deposit 1: 現金 3,000
+    QPointer<Cashier_frm> cashier = qobject_cast<Cashier_frm*>(screen("Cashier_frm"));
+    ASSERT_TRUE(cashier && cashier->isVisible());
+    EXPECT_EQ(cashier->editor().kind(), "Dny");
+    EXPECT_EQ(cashier->box(Cashier_frm::DnoBox)->text().trimmed(), "1");
+    EXPECT_EQ(cashier->mode()->text(), "参照");
+    EXPECT_EQ(session().SlipCaller, "LstDaichou");
+
+    r.view = "Sdc";
+    v->Init(r);
+    v->openLine(0);   // payment 1: 現金 1,000
+    ASSERT_TRUE(cashier);
+    EXPECT_EQ(cashier->editor().kind(), "Dsh");
+    EXPECT_EQ(cashier->box(Cashier_frm::DnoBox)->text().trimmed(), "1");
+    EXPECT_EQ(cashier->mode()->text(), "参照");
+    EXPECT_TRUE(dlg.of("Tell").isEmpty()) << dlg.log.join(',').toStdString();
+}
+
+TEST_F(LedgerScreen, F9PreviewsThePagesAndTheButtonWritesTheSheet)
+{
+    ReportOutputCatcher caught;
+    ListDaichou_frm* v = viewer();
+    v->Init(LedgerRange{"Tdc", true, 1, 0, 5});
+    ASSERT_TRUE(showActive(v));
+    press(Qt::Key_F9);
+    EXPECT_EQ(caught.pages, 1);
+    EXPECT_EQ(v->cell(0, 0)->text(), "05月22日");
+    QTest::mouseClick(v->DoExcel(), Qt::LeftButton);
+    ASSERT_EQ(caught.sheets.size(), 1);
+    EXPECT_TRUE(QFileInfo(caught.sheets[0]).fileName().startsWith("元帳"));
+    EXPECT_TRUE(QFileInfo::exists(caught.sheets[0]));
+    EXPECT_EQ(v->cell(0, 0)->text(), "05月22日");
+    // Without rows F9 prints nothing and the sheet says so.
+    v->Init(LedgerRange{"Tdc", true, 1, 0, 7});
+    ASSERT_TRUE(showActive(v));   // back from the preview
+    press(Qt::Key_F9);
+    press(Qt::Key_F10);
+    EXPECT_EQ(caught.pages, 1);
+    EXPECT_EQ(dlg.of("Tell"), QStringList({"対象がありません。", "対象がありません。"}));
+}
+
+TEST_F(LedgerScreen, MenuItemsOpenTheirListsWithTheirWords)
+{
+    registerScreen("Daichou_frm", [] { return new Daichou_frm; });
+    registerScreen("Zandaka_frm", [] { return new Zandaka_frm; });
+    registerScreen("RepoSales_frm", [] { return new RepoSales_frm; });
+    struct Case {
+        const char* caption;
+        const char* form;
+        QString shown;   // the view word, or the list's title
+    };
+    const QList<Case> cases = {
+        {"得意先元帳", "Daichou_frm", "Tdc"},          {"仕入先元帳", "Daichou_frm", "Sdc"},
+        {"売掛残高一覧", "Zandaka_frm", "2026年度売掛残高一覧"}, {"買掛残高一覧", "Zandaka_frm", "2026年度買掛残高一覧"},
+        {"売上一覧表", "RepoSales_frm", "2026年度売上一覧表"},   {"仕入一覧表", "RepoSales_frm", "2026年度仕入一覧表"},
+    };
+    for (const Case& c : cases) {
+        dlg.askAnswers = {false};   // no ledger processing first
+        ASSERT_TRUE(MenuRun(c.caption)) << c.caption;
+        QWidget* w = screen(c.form);
+        ASSERT_TRUE(w && w->isVisible());
+        const auto* d = qobject_cast<Daichou_frm*>(w);
+        EXPECT_EQ(d ? d->view() : qobject_cast<LedgerReportList_frm*>(w)->Title()->text(), c.shown);
+        w->close();
+        flushDeletes();
+    }
+    EXPECT_EQ(dlg.of("Ask").size(), 6);
+}
