@@ -1,7 +1,6 @@
 #include "reports/QtSummaryForm.h"
 #include <QComboBox>
 #include <QFocusEvent>
-#include <QFontDatabase>
 #include <QFontMetrics>
 #include <QFrame>
 #include <QHBoxLayout>
@@ -16,23 +15,6 @@
 #include "entry/QtFormBuilder.h"
 #include "pageout/QtGrd.h"
 #include "reports/SummaryGrid.h"
-
-namespace {
-
-// The grid's columns are measured in blanks of "ＭＳ ゴシック", whose half-width letters are
-// all alike; the screen's usual stand-in has narrow blanks, which cut codes and names short.
-// The fixed-pitch IPA Gothic, as on paper, keeps the columns as wide as their pictures.
-class FixedPitchGridCells : public QtGridCells {
-public:
-    using QtGridCells::QtGridCells;
-    void setGridFont(const QString& name, double points) override
-    {
-        const bool gothic = name == QStringLiteral("ＭＳ ゴシック") && QFontDatabase::hasFamily(QStringLiteral("IPAGothic"));
-        QtGridCells::setGridFont(gothic ? QStringLiteral("IPAGothic") : name, points);
-    }
-};
-
-} // namespace
 
 SummaryForm::SummaryForm(const QString& title)
 {
@@ -148,7 +130,7 @@ void SummaryForm::finish(const QString& command, const QStringList& messageLines
 
     list_ = new QTableWidget(this);
     list_->setObjectName(QStringLiteral("List"));
-    cells_ = std::make_unique<FixedPitchGridCells>(list_);
+    cells_ = std::make_unique<QtGridCells>(list_);
     list_->setFocusPolicy(Qt::NoFocus);
     list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
     list_->setSelectionMode(QAbstractItemView::NoSelection);

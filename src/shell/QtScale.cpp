@@ -1,4 +1,5 @@
 #include "shell/QtScale.h"
+#include <QFontDatabase>
 #include <QApplication>
 #include <QEvent>
 #include <QFont>
@@ -99,8 +100,15 @@ void installFormScaling()
 
 void installJapaneseFonts()
 {
-    QFont::insertSubstitution(QStringLiteral("ＭＳ 明朝"), QStringLiteral("IPAexMincho"));
-    QFont::insertSubstitution(QStringLiteral("ＭＳ ゴシック"), QStringLiteral("IPAexGothic"));
+    // "ＭＳ 明朝" and "ＭＳ ゴシック" are fixed-pitch: every half-width letter is half an em, and
+    // the forms pad codes and figures with blanks on that rule, on screen as on paper. The IPA
+    // fonts are the fixed-pitch ones; IPAex (proportional Latin) serves the "Ｐ" names and
+    // stands in when the IPA fonts are missing.
+    auto firstInstalled = [](const QString& fixedPitch, const QString& fallback) {
+        return QFontDatabase::hasFamily(fixedPitch) ? fixedPitch : fallback;
+    };
+    QFont::insertSubstitution(QStringLiteral("ＭＳ 明朝"), firstInstalled(QStringLiteral("IPAMincho"), QStringLiteral("IPAexMincho")));
+    QFont::insertSubstitution(QStringLiteral("ＭＳ ゴシック"), firstInstalled(QStringLiteral("IPAGothic"), QStringLiteral("IPAexGothic")));
     QFont::insertSubstitution(QStringLiteral("ＭＳ Ｐ明朝"), QStringLiteral("IPAexMincho"));
     QFont::insertSubstitution(QStringLiteral("ＭＳ Ｐゴシック"), QStringLiteral("IPAexGothic"));
     QApplication::setFont(QFont(QStringLiteral("ＭＳ ゴシック"), 11));

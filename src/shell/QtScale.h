@@ -10,6 +10,6 @@ void scaleForm(QWidget* form);
 // Scales every window of the application on its first show (forms made by the screen
 // registry included).
 void installFormScaling();
-// "ＭＳ 明朝" and "ＭＳ ゴシック" resolve to the IPAex fonts; "ＭＳ ゴシック" is the
-// application font.
+// "ＭＳ 明朝" and "ＭＳ ゴシック" resolve to the fixed-pitch IPA fonts, the "Ｐ" names to
+// IPAex; "ＭＳ ゴシック" is the application font.
 void installJapaneseFonts();

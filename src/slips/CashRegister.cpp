@@ -149,9 +149,9 @@ CashSaveResult Register(CashSlipEditor& ed, const QString& mode)
     Session& s = session();
     const QDate date = ed.slipDate();
     s.CashDate = date;
+    // Without a row to write the save still runs through: the number is used up and the
+    // partner's ledger made, and an amended slip taken down to nothing leaves the ledger.
     const bool edit = mode == QLatin1String("EDIT");
-    // A new slip without a row has nothing to write; an amended one without rows goes.
-    if (!edit && ed.rowsToWrite() == 0) return out;
 
     const QSqlDatabase db = s.MasterDb;
     const short office = s.EigCode;

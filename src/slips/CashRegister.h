@@ -16,8 +16,9 @@ struct CashSaveResult {
 
 // Writes the slip on the editor, `mode` "NEW" or "EDIT" (the stored rows are taken off the
 // ledger and removed first). Runs after checkSlip and checkCashPeriod. The rows are written
-// from the top to the first without a kind or an amount. Leaves the editor in "EDIT" with the
-// real number in its number field.
+// from the top to the first without a kind or an amount, none at all included: the posting
+// (which makes the partner's ledger when missing) and a new number's counter follow all the
+// same. Leaves the editor in "EDIT" with the real number in its number field.
 CashSaveResult Register(CashSlipEditor& editor, const QString& mode);
 
 // Takes the stored rows of the number on the editor off the ledger of their own month and

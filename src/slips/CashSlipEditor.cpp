@@ -325,17 +325,12 @@ void CashSlipEditor::deleteCashRow(int row)
     SumGaku();
 }
 
-bool CashSlipEditor::insertCashRow(int row)
+void CashSlipEditor::insertCashRow(int row)
 {
-    if (row < 0 || row >= RowCount) return false;
-    if (!rows[RowCount - 1].isBlank()) {
-        Tell(QStringLiteral("行がいっぱいです。"));
-        return false;
-    }
+    if (row < 0 || row >= RowCount) return;
     for (int i = RowCount - 1; i > row; --i) rows[i] = rows[i - 1];
     rows[row] = CashRow();
     SumGaku();
-    return true;
 }
 
 QString CashSlipEditor::formatGaku(const QString& text)

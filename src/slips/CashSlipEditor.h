@@ -119,8 +119,9 @@ public:
     void takeUsualKind(int row);
     void blankRow(int row);
     void deleteCashRow(int row);
-    // False with "行がいっぱいです。" when the last row is in use: nothing is pushed off.
-    bool insertCashRow(int row);
+    // The rows from `row` down move one lower and `row` is left blank; what stood in the
+    // last row is pushed off.
+    void insertCashRow(int row);
     static QString formatGaku(const QString& text);
     // The first month of the fiscal year, where the panel and a carried balance start.
     static short firstMonth();

@@ -253,12 +253,6 @@ void Cashier_frm::saveSlip()
         return;
     }
     const QString mode = ed_.mode.isEmpty() ? QStringLiteral("NEW") : ed_.mode;
-    // A new slip without a single row to write is not saved; the first row wants its kind.
-    if (mode == QLatin1String("NEW") && ed_.rowsToWrite() == 0) {
-        QApplication::beep();
-        focusCell(dKubun, 0);
-        return;
-    }
     QApplication::setOverrideCursor(Qt::WaitCursor);
     const CashSaveResult r = ::Register(ed_, mode);
     QApplication::restoreOverrideCursor();

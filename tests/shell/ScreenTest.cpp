@@ -293,9 +293,13 @@ TEST(Scaling, FontsAndPlacedControlsFollowTheScaleOnce)
     EXPECT_EQ(session().ScreenScale, Money::fromYen(1));
 }
 
-TEST(Scaling, JapaneseFontsResolveToIpaex)
+// The forms pad codes and figures with blanks: the fixed-pitch names must stay fixed-pitch.
+TEST(Scaling, JapaneseFontsResolveToFixedPitchIpaAndProportionalIpaex)
 {
     installJapaneseFonts();
-    EXPECT_EQ(QFontInfo(QFont("ＭＳ ゴシック")).family(), "IPAexGothic");
-    EXPECT_EQ(QFontInfo(QFont("ＭＳ 明朝")).family(), "IPAexMincho");
+    EXPECT_EQ(QFontInfo(QFont("ＭＳ ゴシック")).family(), "IPAGothic");
+    EXPECT_EQ(QFontInfo(QFont("ＭＳ 明朝")).family(), "IPAMincho");
+    EXPECT_EQ(QFontInfo(QFont("ＭＳ Ｐゴシック")).family(), "IPAexGothic");
+    const QFontMetricsF m(QFont("ＭＳ ゴシック", 10));
+    EXPECT_DOUBLE_EQ(m.horizontalAdvance(QStringLiteral("          ")), m.horizontalAdvance(QStringLiteral("1,000,000,")));
 }

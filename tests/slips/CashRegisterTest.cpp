@@ -113,6 +113,58 @@ TEST_F(CashRegisterTest, RowsAreWrittenUpToTheFirstGap)
     for (int k = 0; k < 6; ++k) EXPECT_EQ(tto(3, 0, 5, columns[k]), (k + 1) * 10) << columns[k];
 }
 
+TEST_F(CashRegisterTest, ASlipWithoutRowsUsesItsNumberAndMakesThePartnersLedger)
+{
+    struct Case {
+        const char* name;
+        const char* kind;
+        qint64 partner;
+        const char* number;        // as typed; "0" takes the counter
+        bool takenMeanwhile;       // another station saves the same number first
+        long savedAs;
+        long counterAfter;
+        const char* head;          // the partner's ledger head
+    } cases[] = {
+        {"deposit at the counter", "Dny", 3, "0", false, 1, 2, "FROM Tto WHERE TorCode=3 AND NouCode=0 AND EigCode=1"},
+        {"number typed ahead", "Dny", 2, "7", false, 7, 8, "FROM Tto WHERE TorCode=2 AND NouCode=0 AND EigCode=1"},
+        {"payment", "Dsh", 2, "0", false, 1, 2, "FROM Tsi WHERE SirCode=2 AND EigCode=1"},
+        {"number taken meanwhile", "Dsh", 1, "0", true, 3, 4, "FROM Tsi WHERE SirCode=1 AND EigCode=1"},
+    };
+    SecondStation other(co);
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        dlg.log.clear();
+        const QString table = c.kind;
+        const int rowsBefore = slipOne("SELECT count(*) FROM " + table).toInt();
+        CashSlipEditor ed(c.kind);
+        startCash(ed, c.number, c.partner);
+        ASSERT_EQ(ed.mode, "NEW");
+        EXPECT_EQ(slipOne(QStringLiteral("SELECT count(*) ") + c.head).toInt(), 0);
+        int rowsOfOthers = 0;
+        if (c.takenMeanwhile) {
+            CashSlipEditor theirs(c.kind);
+            startCash(theirs, c.number, 2);
+            row(theirs, 0, 1, "800");
+            ASSERT_TRUE(other.as([&] { return save(theirs); }).saved);
+            rowsOfOthers = 1;
+        }
+        const CashSaveResult r = save(ed);
+        ASSERT_TRUE(r.saved);
+        EXPECT_EQ(r.dno, c.savedAs);
+        EXPECT_EQ(ed.mode, "EDIT");
+        EXPECT_EQ(slipOne("SELECT count(*) FROM " + table).toInt(), rowsBefore + rowsOfOthers);
+        EXPECT_EQ(GetNextDno(c.kind, 1), c.counterAfter);
+        EXPECT_EQ(slipOne(QStringLiteral("SELECT Zan ") + c.head).toLongLong(), 0);
+        const QString months = QString(c.head).replace("FROM Tto ", "FROM TtoD ").replace("FROM Tsi ", "FROM TsiD ");
+        EXPECT_EQ(slipOne("SELECT count(*) " + months).toInt(), 13);
+        EXPECT_EQ(slipOne("SELECT count(*) " + months + " AND (NTotal<>0 OR Genkin<>0 OR Zenkaigaku<>0)").toInt(), 0);
+        const QStringList told = c.takenMeanwhile
+                                     ? QStringList{"伝票は、No." + QString::number(c.savedAs) + "で保存されました。"}
+                                     : QStringList{};
+        EXPECT_EQ(dlg.of("Tell"), told);
+    }
+}
+
 TEST_F(CashRegisterTest, WhichLedgerRowsADepositReaches)
 {
     struct Case {

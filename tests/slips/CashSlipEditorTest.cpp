@@ -32,14 +32,31 @@ TEST_F(CashSlipEditorTest, RowShiftingAndTheSum)
     ed.blankRow(2);
     EXPECT_EQ(ed.Gakukei, "      2,000");
 
-    // Nothing is pushed off the bottom.
-    for (int i = 0; i < 6; ++i) row(ed, i, 1, QString::number(i + 1));
-    EXPECT_FALSE(ed.insertCashRow(0));
-    EXPECT_EQ(dlg.of("Tell"), QStringList{"行がいっぱいです。"});
-    EXPECT_EQ(ed.rows[5].Gaku, "6");
+    // On a full grid the last row is pushed off, and the sum loses it.
+    struct Case { int at; QStringList after; const char* sum; } cases[] = {
+        {0, {"0:", "1:1", "2:20", "3:300", "4:4000", "5:50000"}, "     54,321"},
+        {3, {"1:1", "2:20", "3:300", "0:", "4:4000", "5:50000"}, "     54,321"},
+        {5, {"1:1", "2:20", "3:300", "4:4000", "5:50000", "0:"}, "     54,321"},
+        {6, {"1:1", "2:20", "3:300", "4:4000", "5:50000", "6:600000"}, "    654,321"},
+        {-1, {"1:1", "2:20", "3:300", "4:4000", "5:50000", "6:600000"}, "    654,321"},
+    };
+    const QStringList full{"1", "20", "300", "4000", "50000", "600000"};
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.at);
+        for (int i = 0; i < 6; ++i) row(ed, i, i + 1, full[i], "t");
+        ed.insertCashRow(c.at);
+        EXPECT_EQ(rowsOf(ed), c.after);
+        EXPECT_EQ(ed.Gakukei, c.sum);
+    }
+    EXPECT_TRUE(dlg.of("Tell").isEmpty());
+    // Kind, text and amount move together.
+    for (int i = 0; i < 6; ++i) row(ed, i, 1, QString::number(i + 1), QString(QChar('a' + i)));
+    ed.insertCashRow(2);
+    EXPECT_EQ(ed.rows[3].Naiyou, "c");
+    EXPECT_EQ(ed.rows[5].Naiyou, "e");
     ed.deleteCashRow(5);
     EXPECT_TRUE(ed.rows[5].isBlank());
-    EXPECT_EQ(ed.Gakukei, "         15");
+    EXPECT_EQ(ed.Gakukei, "         10");
 }
 
 TEST_F(CashSlipEditorTest, AmountsAreShownAndReadAsWholeYen)

@@ -226,15 +226,101 @@ TEST_F(CashierFormTest, F10RefusesWhatCannotBeSaved)
     EXPECT_EQ(dlg.of("Tell"), QStringList{"得意先が記入されていません。"});
     EXPECT_EQ(focused(), form->list(Cashier_frm::PartnerList));
     pick(2);
-    press(Qt::Key_F10);                              // no row yet: the first row's kind
-    EXPECT_EQ(focused(), form->cell(Cashier_frm::dKubun, 0));
     form->box(Cashier_frm::YearBox)->setFocus();
     enter("2025");
     press(Qt::Key_F10);
     EXPECT_EQ(dlg.of("Tell").last(), "対象年度の範囲内ではありません。");
     EXPECT_EQ(focused(), form->box(Cashier_frm::YearBox));
     EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
+    EXPECT_EQ(slipOne("SELECT count(*) FROM Tto").toInt(), 0);
     EXPECT_EQ(GetNextDno("Dny", 1), 1);
+}
+
+TEST_F(CashierFormTest, F10WithoutRowsAmendsToNothingOrUsesTheNewNumber)
+{
+    ASSERT_TRUE(deposit(2, "2026/5/15", {3000, 2000}).saved);
+    open();
+    // An amended slip with every row deleted leaves the ledger and frees its number.
+    enter("1");
+    ASSERT_EQ(text(form->mode()), "参照");
+    for (int i = 0; i < 9; ++i) press(Qt::Key_Return);
+    ASSERT_EQ(focused(), form->cell(Cashier_frm::dKubun, 0));
+    press(Qt::Key_F3);
+    press(Qt::Key_F3);
+    EXPECT_EQ(rows(), QStringList(6, ":"));
+    EXPECT_EQ(text(form->Gakukei()), "");
+    press(Qt::Key_F10);
+    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
+    EXPECT_EQ(tto(2, 0, 5, "Genkin"), 0);
+    EXPECT_EQ(tto(2, 0, 5, "NTotal"), 0);
+    EXPECT_EQ(zanTto(2, 0), 0);
+    EXPECT_EQ(GetNextDno("Dny", 1), 2);
+    EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
+    EXPECT_EQ(text(form->box(Cashier_frm::DnoBox)), "2");
+    EXPECT_EQ(text(form->mode()), "");
+
+    // A new slip without rows uses its number and makes the customer's ledger.
+    typeHead("", 3);
+    EXPECT_EQ(text(form->dZandaka()), "-");
+    ASSERT_EQ(focused(), form->cell(Cashier_frm::dKubun, 0));
+    press(Qt::Key_F10);
+    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
+    EXPECT_EQ(GetNextDno("Dny", 1), 3);
+    EXPECT_EQ(zanTto(3, 0), 0);
+    EXPECT_EQ(slipOne("SELECT count(*) FROM TtoD WHERE TorCode=3 AND NouCode=0").toInt(), 13);
+    EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
+    EXPECT_EQ(text(form->box(Cashier_frm::DnoBox)), "3");
+    EXPECT_TRUE(dlg.of("Tell").isEmpty());
+    // The freed number opens as a new slip; the customer now has a ledger to show.
+    typeHead("1", 3);
+    EXPECT_EQ(text(form->mode()), "新規");
+    EXPECT_EQ(text(form->dZandaka()), "0");
+}
+
+TEST_F(CashierFormTest, InsertingOnAFullGridPushesTheSixthRowOff)
+{
+    const auto fillSix = [this] {
+        typeHead("", 3);
+        for (int i = 0; i < 5; ++i) typeRow(1, "", QString::number((i + 1) * 100));
+        plainAnswers = {false};                      // the last row's question: not yet
+        typeRow(5, "", "600");
+        ASSERT_EQ(focused(), form->cell(Cashier_frm::dGaku, 5));
+        ASSERT_EQ(text(form->Gakukei()), "2,100");
+    };
+    const QString c = "現  金:";
+    struct Case { Cashier_frm::GridField field; int row; Qt::Key key; QStringList after; } cases[] = {
+        {Cashier_frm::dKubun, 1, Qt::Key_F4, {c + "100", ":", c + "200", c + "300", c + "400", c + "500"}},
+        {Cashier_frm::dNaiyou, 0, Qt::Key_F3, {":", c + "100", c + "200", c + "300", c + "400", c + "500"}},
+        {Cashier_frm::dGaku, 5, Qt::Key_F3, {c + "100", c + "200", c + "300", c + "400", c + "500", ":"}},
+    };
+    open();
+    for (const Case& k : cases) {
+        SCOPED_TRACE(k.key);
+        press(Qt::Key_F1);
+        fillSix();
+        form->cell(k.field, k.row)->setFocus();
+        press(k.key);
+        EXPECT_EQ(rows(), k.after);
+        EXPECT_EQ(text(form->Gakukei()), "1,500");
+    }
+    EXPECT_TRUE(dlg.of("Tell").isEmpty());
+    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
+
+    // The row forgotten between the first and the second goes in, and all six are saved.
+    press(Qt::Key_F1);
+    fillSix();
+    form->cell(Cashier_frm::dKubun, 1)->setFocus();
+    press(Qt::Key_F4);
+    typeRow(3, "振替分", "700");
+    EXPECT_EQ(text(form->Gakukei()), "2,200");
+    press(Qt::Key_F10);
+    EXPECT_EQ(slipOne("SELECT group_concat(NGaku / 10000) FROM (SELECT NGaku FROM Dny WHERE Dno=1 ORDER BY Eda)")
+                  .toString(),
+              "100,700,200,300,400,500");
+    EXPECT_EQ(slipOne("SELECT Nnaiyo FROM Dny WHERE Eda=2").toString(), "振替分");
+    EXPECT_EQ(tto(3, 0, 5, "Genkin"), 1500);
+    EXPECT_EQ(tto(3, 0, 5, "Furikomi"), 700);
+    EXPECT_EQ(tto(3, 0, 5, "NTotal"), 2200);
 }
 
 TEST_F(CashierFormTest, F2DeletesAfterTheNorbrinBox)
