@@ -134,10 +134,15 @@ void markMoneyRows(MeiFill& m, bool customer)
                              "SizNamae = ' ',SizCode= 0"));
 }
 
+// A posted slip cancelled or amended leaves its lines as their negative image under the
+// negated number until the next ledger run: they are not the partner's business any more.
+void addLiveSlips(Filter& f, const QString& prefix) { f.add(prefix + QStringLiteral("Dno>?"), 0); }
+
 void linesSdc(MeiFill& m, const LedgerRange& r, short eig, bool byMonth)
 {
     Filter f;
     addPeriod(f, r, {});
+    addLiveSlips(f, {});
     if (r.partner != 0) f.add(QStringLiteral("SirCode=?"), r.partner);
     f.add(QStringLiteral("EigCode=?"), eig);
     const QString extra = byMonth ? QString() : QStringLiteral(",SizNamae,IriSuu,TniCode");
@@ -159,6 +164,7 @@ void linesTdc(MeiFill& m, const LedgerRange& r, short eig)
     const QString joinDur = QStringLiteral("FROM Dud INNER JOIN Dur ON (Dud.Dno=Dur.Dno) AND (Dud.EigCode=Dur.EigCode)");
     Filter f;
     addPeriod(f, r, QStringLiteral("Dud."));
+    addLiveSlips(f, QStringLiteral("Dud."));
     if (r.partner != 0 && r.nou != 0) {
         f.add(QStringLiteral("Dud.TorCode=?"), r.partner);
         f.add(QStringLiteral("Dur.NouCode=?"), r.nou);
