@@ -189,7 +189,7 @@ int main(int argc, char** argv)
     const double ledgerMs = median(runs, [&] { ledger.Init(range); });
     const QString plain = QStringLiteral(
         "SELECT Dno, Eda, Hizuke, Kubun, HinNamae, Suu, UTanka, UGaku, NULL AS UriFlag FROM Dud "
-        "WHERE Getudo=? AND TorCode=? AND EigCode=? UNION ALL "
+        "WHERE Getudo=? AND TorCode=? AND EigCode=? AND Dno>0 UNION ALL "
         "SELECT Dno, Kubun, Hizuke, Kubun, Nnaiyo, NULL, NULL, NGaku, '*' FROM Dny WHERE Getudo=? AND TorCode=? AND EigCode=? "
         "ORDER BY Hizuke DESC, UriFlag, Dno, Eda");
     const QVariantList plainBinds{month, range.partner, office, month, range.partner, office};
@@ -201,7 +201,7 @@ int main(int argc, char** argv)
     const QDate from = range.from(), to = range.to();
     const double allMs = median(std::max(1, runs / 4), [&] { all.Init(range); });
     const double allPlain = median(std::max(1, runs / 4), [&] {
-        plainRows(QStringLiteral("SELECT * FROM Dud WHERE Hizuke>=? AND Hizuke<=? AND EigCode=? ORDER BY Hizuke DESC, Dno, Eda"),
+        plainRows(QStringLiteral("SELECT * FROM Dud WHERE Hizuke>=? AND Hizuke<=? AND EigCode=? AND Dno>0 ORDER BY Hizuke DESC, Dno, Eda"),
                   {from.toString(Qt::ISODate), to.toString(Qt::ISODate), office});
     });
     report("ledger of all customers of the month", allMs, allPlain, all.rowCount);

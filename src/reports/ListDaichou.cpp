@@ -127,6 +127,8 @@ bool ListDaichou::Init(const LedgerRange& r)
 
     QString error;
     if (!OpenLedgerRows(QStringLiteral("DESC"), &error)) {
+        // The rows of the range before are not this range's: none of them may show or open.
+        rows = HeldRows();
         rowCount = 0;
         barMax = 0;
         Tell(error);

@@ -134,10 +134,15 @@ void markMoneyRows(MeiFill& m, bool customer)
                              "SizNamae = ' ',SizCode= 0"));
 }
 
+// A posted slip cancelled or amended leaves its lines as their negative image under the
+// negated number until the next ledger run: they are not the partner's business any more.
+void addLiveSlips(Filter& f, const QString& prefix) { f.add(prefix + QStringLiteral("Dno>?"), 0); }
+
 void linesSdc(MeiFill& m, const LedgerRange& r, short eig, bool byMonth)
 {
     Filter f;
     addPeriod(f, r, {});
+    addLiveSlips(f, {});
     if (r.partner != 0) f.add(QStringLiteral("SirCode=?"), r.partner);
     f.add(QStringLiteral("EigCode=?"), eig);
     const QString extra = byMonth ? QString() : QStringLiteral(",SizNamae,IriSuu,TniCode");
@@ -159,18 +164,21 @@ void linesTdc(MeiFill& m, const LedgerRange& r, short eig)
     const QString joinDur = QStringLiteral("FROM Dud INNER JOIN Dur ON (Dud.Dno=Dur.Dno) AND (Dud.EigCode=Dur.EigCode)");
     Filter f;
     addPeriod(f, r, QStringLiteral("Dud."));
+    addLiveSlips(f, QStringLiteral("Dud."));
     if (r.partner != 0 && r.nou != 0) {
         f.add(QStringLiteral("Dud.TorCode=?"), r.partner);
         f.add(QStringLiteral("Dur.NouCode=?"), r.nou);
         f.add(QStringLiteral("Dud.EigCode=?"), eig);
         m.run(insert + joinDur + f.where(), f.binds);
     } else if (r.partner != 0 && hasSeparatelyBilled(m, r.partner)) {
-        // Destinations billed on their own keep their lines out of the customer's ledger.
+        // Destinations billed on their own keep their lines out of the customer's ledger. The
+        // customer's own slips have no destination row to join (those from before it took on
+        // destinations): they stay in.
         f.add(QStringLiteral("Dud.TorCode=?"), r.partner);
-        f.add(QStringLiteral("Nou.SeiFlag<>?"), 2);
+        f.add(QStringLiteral("(Nou.SeiFlag IS NULL OR Nou.SeiFlag<>?)"), 2);
         f.add(QStringLiteral("Dud.EigCode=?"), eig);
         m.run(insert + QStringLiteral("FROM (Dud INNER JOIN Dur ON (Dud.Dno=Dur.Dno) AND (Dud.EigCode=Dur.EigCode)) "
-                                      "INNER JOIN Nou ON (Dur.NouCode=Nou.Code) AND (Dur.TorCode=Nou.TorCode)")
+                                      "LEFT JOIN Nou ON (Dur.NouCode=Nou.Code) AND (Dur.TorCode=Nou.TorCode)")
                   + f.where(),
               f.binds);
     } else {

@@ -225,12 +225,65 @@ TEST_F(LedgerView, MeiIsFilledAndReadInOneUnitThatNoOtherStationSees)
     EXPECT_FALSE(v.Init(month("Tdc", 1, 5)));
     EXPECT_EQ(meiSeen(), "99");
     EXPECT_EQ(v.rowCount, 0);
+    // The supplier's rows read before are gone: no line of them shows or opens under this title.
+    EXPECT_TRUE(shown(v).isEmpty()) << shown(v).join(',').toStdString();
+    LedgerSlipTarget t;
+    EXPECT_FALSE(v.slipOf(0, 0, &t));
     ASSERT_EQ(dlg.of("Tell").size(), 1);
     EXPECT_TRUE(dlg.of("Tell").at(0).startsWith("エラー：")) << dlg.of("Tell").at(0).toStdString();
     books->exec("DROP TRIGGER refuse");
     ASSERT_TRUE(v.Init(month("Tdc", 1, 5)));
     EXPECT_EQ(v.rowCount, 4);
     EXPECT_EQ(meiSeen(), "99");
+}
+
+TEST_F(LedgerView, ADestinationBilledOnItsOwnLeavesTheCustomersOwnSlipsInItsLedger)
+{
+    // 京都屋 sold to itself in April, then took on a shop billed on its own, which bought too.
+    books->exec("INSERT INTO Nou (TorCode, Code, Kana, Namae, Ryaku, Tenmei, SeiFlag) VALUES "
+                "(3, 1, 'ﾆｼｷ', '錦店', '錦店', '錦', 2)");
+    books->sale(7, QDate(2026, 4, 25), 3, 1, 4, {{2, 800}});
+    books->batch();
+    ListDaichou v;
+    ASSERT_TRUE(v.Init(month("Tdc", 3, 4)));
+    EXPECT_EQ(shown(v), QStringList{"04月20日|売上|ボールペン|5|1,000.00|5,000"});
+    ASSERT_TRUE(v.Init(dates("Tdc", 3, 4, 1, 4, 30)));
+    EXPECT_EQ(shown(v), QStringList{"04月20日|売上|ボールペン|5|1,000.00|5,000"});
+    ASSERT_TRUE(v.Init(month("Tdc", 3, 4, 1)));
+    EXPECT_EQ(shown(v), QStringList{"04月25日|売上|ボールペン|2|800.00|1,600"});
+}
+
+TEST_F(LedgerView, CancelledSlipsWaitingForTheNextRunAreNotListed)
+{
+    // Slip 4 amended to 2 at 1,000 and purchase 1 deleted, both after they were posted: their
+    // old rows wait as negative images until the next ledger processing.
+    for (const char* head : {"Dur", "Dsr"}) {
+        const QString line = head == QLatin1String("Dur") ? "Dud" : "Dsd";
+        const int dno = head == QLatin1String("Dur") ? 4 : 1;
+        books->exec(QStringLiteral("UPDATE %1 SET Dno=Dno*-1 WHERE Dno=? AND EigCode=1").arg(head), {dno});
+        books->exec(QStringLiteral("UPDATE %1 SET Dno=Dno*-1,ThiFlag=-1,Suu=Suu*-1,UTanka=UTanka*-1,UGaku=UGaku*-1,"
+                                   "Zeigaku=Zeigaku*-1 WHERE Dno=? AND EigCode=1")
+                        .arg(line),
+                    {dno});
+    }
+    books->sale(4, QDate(2026, 5, 25), 2, 0, 6, {{2, 1000}});
+    struct Case {
+        const char* what;
+        LedgerRange range;
+        QStringList rows;
+    };
+    const QList<Case> cases = {
+        {"customer by month", month("Tdc", 2, 6), {"05月25日|売上|ボールペン|2|1,000.00|2,000"}},
+        {"customer by dates", dates("Tdc", 2, 5, 20, 5, 31), {"05月25日|売上|ボールペン|2|1,000.00|2,000"}},
+        {"supplier by month", month("Sdc", 1, 5), {"05月30日|現金|5月分|||1,000"}},
+        {"all suppliers by dates", dates("Sdc", 0, 5, 1, 5, 31), {"05月30日|現金|5月分|||1,000"}},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.what);
+        ListDaichou v;
+        ASSERT_TRUE(v.Init(c.range));
+        EXPECT_EQ(shown(v), c.rows);
+    }
 }
 
 TEST_F(LedgerView, DepositKindGoesIntoEdaByMonthOnly)
