@@ -172,13 +172,13 @@ void linesTdc(MeiFill& m, const LedgerRange& r, short eig)
         m.run(insert + joinDur + f.where(), f.binds);
     } else if (r.partner != 0 && hasSeparatelyBilled(m, r.partner)) {
         // Destinations billed on their own keep their lines out of the customer's ledger. The
-        // customer's own slips have no destination row to join (those from before it took on
-        // destinations): they stay in.
+        // join asks every slip for its destination row: a customer that has destinations saves
+        // no slip without one.
         f.add(QStringLiteral("Dud.TorCode=?"), r.partner);
-        f.add(QStringLiteral("(Nou.SeiFlag IS NULL OR Nou.SeiFlag<>?)"), 2);
+        f.add(QStringLiteral("Nou.SeiFlag<>?"), 2);
         f.add(QStringLiteral("Dud.EigCode=?"), eig);
         m.run(insert + QStringLiteral("FROM (Dud INNER JOIN Dur ON (Dud.Dno=Dur.Dno) AND (Dud.EigCode=Dur.EigCode)) "
-                                      "LEFT JOIN Nou ON (Dur.NouCode=Nou.Code) AND (Dur.TorCode=Nou.TorCode)")
+                                      "INNER JOIN Nou ON (Dur.NouCode=Nou.Code) AND (Dur.TorCode=Nou.TorCode)")
                   + f.where(),
               f.binds);
     } else {

@@ -237,22 +237,6 @@ TEST_F(LedgerView, MeiIsFilledAndReadInOneUnitThatNoOtherStationSees)
     EXPECT_EQ(meiSeen(), "99");
 }
 
-TEST_F(LedgerView, ADestinationBilledOnItsOwnLeavesTheCustomersOwnSlipsInItsLedger)
-{
-    // 京都屋 sold to itself in April, then took on a shop billed on its own, which bought too.
-    books->exec("INSERT INTO Nou (TorCode, Code, Kana, Namae, Ryaku, Tenmei, SeiFlag) VALUES "
-                "(3, 1, 'ﾆｼｷ', '錦店', '錦店', '錦', 2)");
-    books->sale(7, QDate(2026, 4, 25), 3, 1, 4, {{2, 800}});
-    books->batch();
-    ListDaichou v;
-    ASSERT_TRUE(v.Init(month("Tdc", 3, 4)));
-    EXPECT_EQ(shown(v), QStringList{"04月20日|売上|ボールペン|5|1,000.00|5,000"});
-    ASSERT_TRUE(v.Init(dates("Tdc", 3, 4, 1, 4, 30)));
-    EXPECT_EQ(shown(v), QStringList{"04月20日|売上|ボールペン|5|1,000.00|5,000"});
-    ASSERT_TRUE(v.Init(month("Tdc", 3, 4, 1)));
-    EXPECT_EQ(shown(v), QStringList{"04月25日|売上|ボールペン|2|800.00|1,600"});
-}
-
 TEST_F(LedgerView, CancelledSlipsWaitingForTheNextRunAreNotListed)
 {
     // Slip 4 amended to 2 at 1,000 and purchase 1 deleted, both after they were posted: their
