@@ -175,3 +175,19 @@ TEST_F(UnitOfWorkTest, AWaitForAnotherStationShowsItselfUntilTheLockGoes)
         EXPECT_EQ(dlg.log, (QStringList{waiting, "Hide:"})) << c.timeoutMs;
     }
 }
+
+TEST(LockWait, OpeningAFileAnotherStationHoldsShowsTheWaitAndTakesItAway)
+{
+    TempCompany co(2026);
+    ScriptedDialogs dlg;
+    showLockWaits();
+    setBusyTimeoutMs(600);
+    // The other station writes the file: not even its schema can be read meanwhile.
+    OtherStation other(co);
+    ASSERT_EQ(execSql(other.db(), "BEGIN EXCLUSIVE"), ErrorClass::None);
+    EXPECT_FALSE(OpenStore());
+    EXPECT_EQ(lastStoreFailure().number, 5);
+    // Gone with the failure, not left standing over the error box.
+    EXPECT_EQ(dlg.log, (QStringList{"Wait:他の端末の処理を待っています。しばらくお待ちください。", "Hide:"}));
+    execSql(other.db(), "ROLLBACK");
+}
