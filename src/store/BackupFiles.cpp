@@ -64,6 +64,8 @@ OwnConnection::OwnConnection(const QString& path)
     db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(busyTimeoutMs()));
     // Never create a store file by opening it.
     open_ = QFileInfo(path).isFile() && db.open();
+    // Another station's lock is waited for as on the session's own connection, and said.
+    if (open_) installLockWait(db);
 }
 
 OwnConnection::~OwnConnection()

@@ -4,6 +4,7 @@
 #include <QThread>
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
+#include "store/BackupFiles.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 #include "support/ScriptedDialogs.h"
@@ -190,4 +191,37 @@ TEST(LockWait, OpeningAFileAnotherStationHoldsShowsTheWaitAndTakesItAway)
     // Gone with the failure, not left standing over the error box.
     EXPECT_EQ(dlg.log, (QStringList{"Wait:他の端末の処理を待っています。しばらくお待ちください。", "Hide:"}));
     execSql(other.db(), "ROLLBACK");
+}
+
+// The copies of a backup, a compaction or a year-end read the files through connections of
+// their own: a wait there shows itself too, over the notice of the work, which comes back.
+TEST(LockWait, ACopyWaitingForAnotherStationSaysSoAndTheWorksNoticeComesBack)
+{
+    TempCompany co(2026);
+    ScriptedDialogs dlg;
+    showLockWaits();
+    setBusyTimeoutMs(5000);
+    std::promise<void> locked;
+    std::thread other([&] {
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("locker"));
+            db.setDatabaseName(co.file(QStringLiteral("2026/SLIP.db")));
+            db.open();
+            execSql(db, QStringLiteral("BEGIN EXCLUSIVE"));
+            locked.set_value();
+            QThread::msleep(900);
+            execSql(db, QStringLiteral("ROLLBACK"));
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("locker"));
+    });
+    locked.get_future().wait();
+    ShowWait("データベース修復中です。");
+    QString error;
+    const bool copied = writeCheckedCopy("2026/SLIP.db", "2026/SLIPN.db", &error);
+    HideWait();
+    other.join();
+    EXPECT_TRUE(copied) << error.toStdString();
+    EXPECT_EQ(dlg.log, (QStringList{"Wait:データベース修復中です。", "Wait:他の端末の処理を待っています。しばらくお待ちください。",
+                                    "Wait:データベース修復中です。", "Hide:"}));
 }
