@@ -34,6 +34,29 @@ private:
     QString name_ = QStringLiteral("other-station");
 };
 
+// Another station, on a thread of its own, that holds a lock on `file` for `ms` from the
+// moment this returns; join the thread afterwards.
+std::thread holdLock(const QString& file, const QString& begin, int ms)
+{
+    std::promise<void> locked;
+    std::future<void> held = locked.get_future();
+    std::thread t([file, begin, ms, locked = std::move(locked)]() mutable {
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("locker"));
+            db.setDatabaseName(file);
+            db.open();
+            execSql(db, begin);
+            locked.set_value();
+            QThread::msleep(ms);
+            execSql(db, QStringLiteral("ROLLBACK"));
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("locker"));
+    });
+    held.wait();
+    return t;
+}
+
 class UnitOfWorkTest : public ::testing::Test {
 protected:
     TempCompany co{2026};
@@ -150,21 +173,7 @@ TEST_F(UnitOfWorkTest, AWaitForAnotherStationShowsItselfUntilTheLockGoes)
         ScriptedDialogs dlg;
         showLockWaits();
         setBusyTimeoutMs(c.timeoutMs);
-        std::promise<void> locked;
-        std::thread other([&] {
-            {
-                QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("locker"));
-                db.setDatabaseName(co.file(QStringLiteral("MASTER.db")));
-                db.open();
-                execSql(db, QStringLiteral("BEGIN IMMEDIATE"));
-                locked.set_value();
-                QThread::msleep(c.holdMs);
-                execSql(db, QStringLiteral("ROLLBACK"));
-                db.close();
-            }
-            QSqlDatabase::removeDatabase(QStringLiteral("locker"));
-        });
-        locked.get_future().wait();
+        std::thread other = holdLock(co.file(QStringLiteral("MASTER.db")), QStringLiteral("BEGIN IMMEDIATE"), c.holdMs);
         {
             UnitOfWork unit(session().MasterDb);
             EXPECT_EQ(unit.active(), c.begins) << c.timeoutMs;
@@ -201,21 +210,7 @@ TEST(LockWait, ACopyWaitingForAnotherStationSaysSoAndTheWorksNoticeComesBack)
     ScriptedDialogs dlg;
     showLockWaits();
     setBusyTimeoutMs(5000);
-    std::promise<void> locked;
-    std::thread other([&] {
-        {
-            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("locker"));
-            db.setDatabaseName(co.file(QStringLiteral("2026/SLIP.db")));
-            db.open();
-            execSql(db, QStringLiteral("BEGIN EXCLUSIVE"));
-            locked.set_value();
-            QThread::msleep(900);
-            execSql(db, QStringLiteral("ROLLBACK"));
-            db.close();
-        }
-        QSqlDatabase::removeDatabase(QStringLiteral("locker"));
-    });
-    locked.get_future().wait();
+    std::thread other = holdLock(co.file(QStringLiteral("2026/SLIP.db")), QStringLiteral("BEGIN EXCLUSIVE"), 900);
     ShowWait("データベース修復中です。");
     QString error;
     const bool copied = writeCheckedCopy("2026/SLIP.db", "2026/SLIPN.db", &error);
