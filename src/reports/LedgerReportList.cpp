@@ -20,9 +20,11 @@ bool wholeNumber(const QString& text, int* value)
     return true;
 }
 
+const QString kAmount = QStringLiteral("###,###,###,##0");
+
 }  // namespace
 
-PartnerMonthList::PartnerMonthList(const QString& c) : code(c) {}
+PartnerMonthList::PartnerMonthList(const QString& c, int figures) : code(c), sums(figures) {}
 
 QString PartnerMonthList::checkMonth(const QString& text, int* month)
 {
@@ -74,7 +76,7 @@ bool PartnerMonthList::read(int mo, int si)
 {
     month = mo;
     sime = si;
-    resetSums();
+    sums.fill(Money());
     QVariantList binds;
     const QString sql = partnerMonthStatement(code, sime, &binds, month, session().EigCode);
     HeldRows read;
@@ -101,8 +103,30 @@ void PartnerMonthList::clear()
     rows = HeldRows();
     rowCount = 0;
     barMax = 0;
-    resetSums();
+    sums.fill(Money());
 }
+
+void PartnerMonthList::addRow(int r)
+{
+    const QList<Money> f = screenFigures(r);
+    for (int i = 0; i < sums.size(); ++i) sums[i] += f[i];
+}
+
+QStringList PartnerMonthList::screenRow(int r) const
+{
+    QStringList out{hCode(r), torName(r)};
+    for (const Money& v : screenFigures(r)) out << moneyText(v, kAmount);
+    return out;
+}
+
+QStringList PartnerMonthList::totals() const
+{
+    QStringList out;
+    for (const Money& s : sums) out << moneyText(s, kAmount);
+    return out;
+}
+
+Money PartnerMonthList::returnsEtc(int r) const { return m(r, "HGaku") + m(r, "NGaku") + m(r, "KGaku"); }
 
 Money PartnerMonthList::m(int r, const char* column) const { return rows.money(r, QLatin1String(column)); }
 

@@ -11,8 +11,8 @@ class PartnerMonthList {
 public:
     static constexpr int PageRows = 15;
 
-    // `code` is the menu's: "Uza", "UzaDtl" or "Kza".
-    explicit PartnerMonthList(const QString& code);
+    // `code` is the menu's: "Uza", "UzaDtl" or "Kza"; `figures` the amount columns of a row.
+    PartnerMonthList(const QString& code, int figures);
     virtual ~PartnerMonthList() = default;
 
     QString code;
@@ -34,13 +34,13 @@ public:
     // Empties the rows and the sums (F1).
     void clear();
 
-    // The screen's title and column heads.
-    virtual QString title() const = 0;
+    // The screen's title: the year and the name of the list.
+    QString title() const { return yearTitle() + sheetName(); }
     virtual QStringList heads() const = 0;
-    // One screen line of row r, in the order of the heads.
-    virtual QStringList screenRow(int r) const = 0;
+    // One screen line of row r, in the order of the heads: code, name, then the figures.
+    QStringList screenRow(int r) const;
     // The line "合計".
-    virtual QStringList totals() const = 0;
+    QStringList totals() const;
 
     // The page: its fields and lines over the rows, and the computed cells.
     virtual ReportDocument printDocument() const = 0;
@@ -61,8 +61,13 @@ public:
     QString torName(int r) const;
 
 protected:
-    virtual void resetSums() = 0;
-    virtual void addRow(int r) = 0;
+    // The amounts of row r as the screen shows them.
+    virtual QList<Money> screenFigures(int r) const = 0;
+    // Adds row r into the sums; by default its screen figures.
+    virtual void addRow(int r);
+    // HGaku + NGaku + KGaku: the one column of returns, discounts and the rest.
+    Money returnsEtc(int r) const;
+    QList<Money> sums;
     QString yearTitle() const;
     // The page's lines: a title, the period, the page number and the date, then the rows.
     QStringList pageLines(const QString& spacedTitle) const;

@@ -205,7 +205,13 @@ bool SummaryForm::fieldKey(int index, QKeyEvent* e)
         clearForm();
         return true;
     case Qt::Key_F6:
-        if (auto* box = qobject_cast<QLineEdit*>(order_[index]); box && lookup(box)) next(index);
+        if (auto* box = qobject_cast<QLineEdit*>(order_[index])) {
+            if (const std::optional<QString> code = lookup(box)) {
+                box->setText(*code);
+                leave(box);
+                next(index);
+            }
+        }
         return true;
     case Qt::Key_F9:
     case Qt::Key_F10:

@@ -4,6 +4,7 @@
 // the last field runs the command; F1 clears, F6 looks up, F9 prints, F10 exports, Esc closes.
 // PageUp and PageDown in a field scroll the grid, which never takes the focus itself.
 #include <memory>
+#include <optional>
 #include <QDate>
 #include <QList>
 #include <QWidget>
@@ -53,8 +54,8 @@ protected:
     virtual void clearForm() = 0;
     virtual void printReport() = 0;
     virtual void exportSheet() = 0;
-    // F6 in a field: true when a code was taken, which then counts as typed and entered.
-    virtual bool lookup(QLineEdit* box) { return false; }
+    // F6 in a field: the code taken, which then counts as typed and entered.
+    virtual std::optional<QString> lookup(QLineEdit* box) { return std::nullopt; }
     // A box was left (its name or weekday is shown here).
     virtual void boxLeft(QLineEdit* box) {}
 

@@ -96,16 +96,12 @@ void RepoGeppou_frm::runCommand()
     showGrid(report_->grid());
 }
 
-bool RepoGeppou_frm::lookup(QLineEdit* box)
+std::optional<QString> RepoGeppou_frm::lookup(QLineEdit* box)
 {
     const QList<QLineEdit*> b = ebox();
-    std::optional<QString> code;
-    if (box == b[eCustomer]) code = LookUp(this, QStringLiteral("Tor"), QStringLiteral("ALL"));
-    else if (box == b[eDest]) code = LookUp(this, QStringLiteral("Nou"), QString::number(CodeNumber(b[eCustomer]->text())));
-    if (!code) return false;
-    box->setText(*code);
-    boxLeft(box);
-    return true;
+    if (box == b[eCustomer]) return LookUp(this, QStringLiteral("Tor"), QStringLiteral("ALL"));
+    if (box == b[eDest]) return LookUp(this, QStringLiteral("Nou"), QString::number(CodeNumber(b[eCustomer]->text())));
+    return std::nullopt;
 }
 
 void RepoGeppou_frm::boxLeft(QLineEdit* box)

@@ -72,14 +72,10 @@ void RepoNippou_frm::runCommand()
     report_->fill(*grd_);
 }
 
-bool RepoNippou_frm::lookup(QLineEdit* box)
+std::optional<QString> RepoNippou_frm::lookup(QLineEdit* box)
 {
-    if (box != ebox()[ePartner]) return false;
-    const std::optional<QString> code = LookUp(this, report_->partnerTable(), QStringLiteral("ALL"));
-    if (!code) return false;
-    box->setText(*code);
-    boxLeft(box);
-    return true;
+    if (box != ebox()[ePartner]) return std::nullopt;
+    return LookUp(this, report_->partnerTable(), QStringLiteral("ALL"));
 }
 
 void RepoNippou_frm::boxLeft(QLineEdit* box)

@@ -24,7 +24,7 @@ protected:
     void clearForm() override;
     void printReport() override;
     void exportSheet() override;
-    bool lookup(QLineEdit* box) override;
+    std::optional<QString> lookup(QLineEdit* box) override;
     void boxLeft(QLineEdit* box) override;
 
 private:

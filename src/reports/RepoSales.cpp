@@ -1,11 +1,5 @@
 #include "reports/RepoSales.h"
 
-namespace {
-const QString kAmount = QStringLiteral("###,###,###,##0");
-}
-
-QString RepoSales::title() const { return yearTitle() + sheetName(); }
-
 QString RepoSales::sheetName() const { return supplier() ? QStringLiteral("仕入一覧表") : QStringLiteral("売上一覧表"); }
 
 QStringList RepoSales::heads() const
@@ -17,44 +11,18 @@ QStringList RepoSales::heads() const
             QStringLiteral("消費税額"), QStringLiteral("税込売上額")};
 }
 
-QList<Money> RepoSales::figures(int r) const
+QList<Money> RepoSales::screenFigures(int r) const
 {
     // The screen takes KTotal for the total; the print adds up the parts.
-    return {m(r, "Gaku"), m(r, "HGaku") + m(r, "NGaku") + m(r, "KGaku"), m(r, "ZeiGaku"), m(r, "KTotal") + m(r, "ZeiGaku")};
-}
-
-void RepoSales::resetSums()
-{
-    for (Money& s : sums) s = Money();
-}
-
-void RepoSales::addRow(int r)
-{
-    const QList<Money> f = figures(r);
-    for (int i = 0; i < 4; ++i) sums[i] += f[i];
-}
-
-QStringList RepoSales::screenRow(int r) const
-{
-    QStringList out{hCode(r), torName(r)};
-    for (const Money& v : figures(r)) out << moneyText(v, kAmount);
-    return out;
-}
-
-QStringList RepoSales::totals() const
-{
-    QStringList out;
-    for (const Money& s : sums) out << moneyText(s, kAmount);
-    return out;
+    return {m(r, "Gaku"), returnsEtc(r), m(r, "ZeiGaku"), m(r, "KTotal") + m(r, "ZeiGaku")};
 }
 
 Money RepoSales::alphaValue(int n, int r) const
 {
-    const Money others = m(r, "HGaku") + m(r, "NGaku") + m(r, "KGaku");
     switch (n) {
     case 0: return m(r, "Zenkaigaku") - m(r, "NTotal");
-    case 1: return others;
-    case 2: return m(r, "Gaku") + others + m(r, "ZeiGaku");
+    case 1: return returnsEtc(r);
+    case 2: return m(r, "Gaku") + returnsEtc(r) + m(r, "ZeiGaku");
     default: return {};
     }
 }
@@ -81,7 +49,7 @@ ReportSheet RepoSales::sheet() const
              QStringLiteral("消費税額"), s ? QStringLiteral("税込買上額") : QStringLiteral("税込売上額")});
     for (int r = 0; r < rows.size(); ++r) {
         QVariantList cells{hCode(r), torName(r)};
-        for (const Money& v : figures(r)) cells << v.toDouble();
+        for (const Money& v : screenFigures(r)) cells << v.toDouble();
         out.add(cells);
     }
     return out;

@@ -7,24 +7,15 @@ class RepoSales : public PartnerMonthList {
 public:
     // Anything but "Kza" lists the customers.
     explicit RepoSales(const QString& code)
-        : PartnerMonthList(code == QLatin1String("Kza") ? QStringLiteral("Kza") : QStringLiteral("Uza")) {}
+        : PartnerMonthList(code == QLatin1String("Kza") ? QStringLiteral("Kza") : QStringLiteral("Uza"), 4) {}
 
-    Money sums[4];
-
-    QString title() const override;
     QStringList heads() const override;
-    QStringList screenRow(int r) const override;
-    QStringList totals() const override;
     ReportDocument printDocument() const override;
     Money alphaValue(int n, int r) const override;
     ReportSheet sheet() const override;
     QString sheetName() const override;
 
 protected:
-    void resetSums() override;
-    void addRow(int r) override;
-
-private:
     // uriage, henpin, zei, hTotal.
-    QList<Money> figures(int r) const;
+    QList<Money> screenFigures(int r) const override;
 };

@@ -1,14 +1,5 @@
 #include "reports/Zandaka.h"
 
-namespace {
-const QString kAmount = QStringLiteral("###,###,###,##0");
-}
-
-QString Zandaka::title() const
-{
-    return yearTitle() + (supplier() ? QStringLiteral("買掛残高一覧") : QStringLiteral("売掛残高一覧"));
-}
-
 QStringList Zandaka::heads() const
 {
     if (supplier())
@@ -20,11 +11,6 @@ QStringList Zandaka::heads() const
             QStringLiteral("税込売掛残高")};
 }
 
-void Zandaka::resetSums()
-{
-    for (Money& s : sums) s = Money();
-}
-
 void Zandaka::addRow(int r)
 {
     // A destination's row of the detailed list is already inside its customer's own row.
@@ -32,7 +18,7 @@ void Zandaka::addRow(int r)
     sums[0] += m(r, "Zenkaigaku");
     sums[1] += m(r, "NTotal");
     sums[3] += m(r, "Gaku");
-    sums[4] += m(r, "HGaku") + m(r, "NGaku") + m(r, "KGaku");
+    sums[4] += returnsEtc(r);
     sums[5] += m(r, "ZeiGaku");
     sums[2] = sums[0] - sums[1];
     sums[6] = sums[2] + sums[3] + sums[4] + sums[5];
@@ -43,34 +29,18 @@ QList<Money> Zandaka::screenFigures(int r) const
     const bool detail = code == QLatin1String("UzaDtl") && destinationRow(r);
     const Money zen = detail ? Money() : m(r, "Zenkaigaku");
     const Money nTotal = detail ? Money() : m(r, "NTotal");
-    return {zen, nTotal, zen - nTotal, m(r, "Gaku"), m(r, "HGaku") + m(r, "NGaku") + m(r, "KGaku"), m(r, "ZeiGaku"),
-            zen - nTotal + m(r, "KTotal") + m(r, "ZeiGaku")};
-}
-
-QStringList Zandaka::screenRow(int r) const
-{
-    QStringList out{hCode(r), torName(r)};
-    for (const Money& v : screenFigures(r)) out << moneyText(v, kAmount);
-    return out;
-}
-
-QStringList Zandaka::totals() const
-{
-    QStringList out;
-    for (const Money& s : sums) out << moneyText(s, kAmount);
-    return out;
+    return {zen, nTotal, zen - nTotal, m(r, "Gaku"), returnsEtc(r), m(r, "ZeiGaku"), zen - nTotal + m(r, "KTotal") + m(r, "ZeiGaku")};
 }
 
 Money Zandaka::alphaValue(int n, int r) const
 {
     // The print has no special case for destination rows.
     const Money zen = m(r, "Zenkaigaku"), nTotal = m(r, "NTotal");
-    const Money others = m(r, "HGaku") + m(r, "NGaku") + m(r, "KGaku");
     switch (n) {
     case 0: return zen - nTotal;
-    case 1: return others;
+    case 1: return returnsEtc(r);
     case 2: return zen - nTotal + m(r, "KTotal") + m(r, "ZeiGaku");
-    case 3: return m(r, "Gaku") + others + m(r, "ZeiGaku");
+    case 3: return m(r, "Gaku") + returnsEtc(r) + m(r, "ZeiGaku");
     default: return {};
     }
 }
@@ -106,7 +76,7 @@ ReportSheet Zandaka::sheet() const
         const QList<Money> shown = screenFigures(r);
         out.add({rows.at(r, s ? QStringLiteral("SirCode") : QStringLiteral("TorCode")).toLongLong(), torName(r),
                  zen.toDouble(), nTotal.toDouble(), (zen - nTotal).toDouble(), m(r, "Gaku").toDouble(),
-                 (m(r, "HGaku") + m(r, "NGaku") + m(r, "KGaku")).toDouble(), m(r, "ZeiGaku").toDouble(),
+                 returnsEtc(r).toDouble(), m(r, "ZeiGaku").toDouble(),
                  shown[6].toDouble()});
     }
     return out;

@@ -6,24 +6,16 @@
 
 class Zandaka : public PartnerMonthList {
 public:
-    explicit Zandaka(const QString& code) : PartnerMonthList(code) {}
+    explicit Zandaka(const QString& code) : PartnerMonthList(code, 7) {}
 
-    Money sums[7];
-
-    QString title() const override;
     QStringList heads() const override;
-    QStringList screenRow(int r) const override;
-    QStringList totals() const override;
     ReportDocument printDocument() const override;
     Money alphaValue(int n, int r) const override;
     ReportSheet sheet() const override;
     QString sheetName() const override;
 
 protected:
-    void resetSums() override;
     void addRow(int r) override;
-
-private:
     // zenkai, nyukin, kurikosi, uriage, henpin, zei, hTotal as the screen has them.
-    QList<Money> screenFigures(int r) const;
+    QList<Money> screenFigures(int r) const override;
 };
