@@ -4,9 +4,62 @@
 #include "shell/Session.h"
 #include "store/Sql.h"
 
-PartnerBooks::PartnerBooks() : company_(std::make_unique<TempCompany>(2026, 4))
+namespace {
+
+// The cost price is given in halves of the price: sales cost half, purchases sell at double.
+void writeLines(const char* table, const char* partner, int dno, const QString& date, qint64 code, int getudo,
+                const QList<ReportLine>& lines, int costHalves)
 {
-    EXPECT_TRUE(company_->open());
+    int eda = 0;
+    for (const ReportLine& l : lines)
+        PartnerReportTest::exec(
+            QStringLiteral("INSERT INTO %1 (Dno, Eda, EigCode, Kubun, Hizuke, %2, HinCode, HinNamae, Suu, UTanka, UGaku, "
+                           "STanka, sGaku, ZeiFlag, ZeiGaku, Getudo, ThiFlag) VALUES (?, ?, 1, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 1, 0, ?, -1)")
+                .arg(table, partner),
+            {dno, ++eda, l.kubun, date, code, l.hin, l.name, l.suu, yen(l.tankaYen), yen(l.suu * l.tankaYen),
+             yen(l.tankaYen * costHalves / 2), yen(l.suu * l.tankaYen * costHalves / 2), getudo});
+}
+
+void purchase(int dno, const QDate& date, qint64 sir, int getudo, const QList<ReportLine>& lines)
+{
+    const QString d = date.toString(Qt::ISODate);
+    PartnerReportTest::exec("INSERT INTO Dsr (Dno, EigCode, Hizuke, SirCode, Kubun) VALUES (?, 1, ?, ?, 0)", {dno, d, sir});
+    writeLines("Dsd", "SirCode", dno, d, sir, getudo, lines, 4);
+}
+
+LedgerAmounts received(int kubun, qint64 y)
+{
+    LedgerAmounts a;
+    Money* fields[] = {&a.Genkin, &a.Kogite, &a.Furikomi, &a.Tegata, &a.Sousai, &a.Chousei};
+    *fields[kubun - 1] = Money::fromYen(y);
+    return a;
+}
+
+// Deposits and payments as the deposit screen saves them: the rows, then the ledger posting.
+void deposit(int dno, const QDate& date, qint64 tor, qint64 nou, int kubun, qint64 y, const QString& text)
+{
+    PartnerReportTest::exec("INSERT INTO Dny (Dno, Eda, EigCode, Hizuke, TorCode, NouCode, Kubun, Nnaiyo, NGaku, Getudo) "
+                            "VALUES (?, 1, 1, ?, ?, ?, ?, ?, ?, 5)",
+                            {dno, date.toString(Qt::ISODate), tor, nou, kubun, text, yen(y)});
+    const short seiFlag = nou ? short(PartnerReportTest::one("SELECT SeiFlag FROM Nou WHERE TorCode=? AND Code=?", {tor, nou}).toInt()) : 1;
+    QString error;
+    EXPECT_TRUE(PostCustomer(tor, nou, received(kubun, y), "5", 1, seiFlag, &error)) << error.toStdString();
+}
+
+void payment(int dno, const QDate& date, qint64 sir, int kubun, qint64 y, const QString& text)
+{
+    PartnerReportTest::exec("INSERT INTO Dsh (Dno, Eda, EigCode, Hizuke, SirCode, Kubun, Snaiyo, sGaku, Getudo) "
+                            "VALUES (?, 1, 1, ?, ?, ?, ?, ?, 5)",
+                            {dno, date.toString(Qt::ISODate), sir, kubun, text, yen(y)});
+    QString error;
+    EXPECT_TRUE(PostLedger("TSI", sir, 0, received(kubun, y), "5", 1, 0, 0, &error)) << error.toStdString();
+}
+
+}  // namespace
+
+void PartnerReportTest::SetUp()
+{
+    ASSERT_TRUE(company.open());
     Session& s = session();
     s.Nendo = 2026;
     s.sTuki = 4;
@@ -40,80 +93,37 @@ PartnerBooks::PartnerBooks() : company_(std::make_unique<TempCompany>(2026, 4))
     sale(6, QDate(2026, 4, 20), 3, 0, 4, {{5, 1000}});
     purchase(1, QDate(2026, 5, 8), 1, 5, {{7, 100}, {3, 100, 0, QStringLiteral("0000000001002"), QStringLiteral("ノート")}});
     batch();
-    deposit(1, QDate(2026, 5, 12), 1, 0, 5, 1, 3000, QStringLiteral("5月分"));
-    deposit(2, QDate(2026, 5, 22), 1, 6, 5, 3, 2000, QStringLiteral("南支店分"));
-    deposit(3, QDate(2026, 5, 15), 3, 0, 5, 3, 3000, QStringLiteral("4月分"));
-    payment(1, QDate(2026, 5, 30), 1, 5, 1, 1000, QStringLiteral("5月分"));
+    deposit(1, QDate(2026, 5, 12), 1, 0, 1, 3000, QStringLiteral("5月分"));
+    deposit(2, QDate(2026, 5, 22), 1, 6, 3, 2000, QStringLiteral("南支店分"));
+    deposit(3, QDate(2026, 5, 15), 3, 0, 3, 3000, QStringLiteral("4月分"));
+    payment(1, QDate(2026, 5, 30), 1, 1, 1000, QStringLiteral("5月分"));
 }
 
-PartnerBooks::~PartnerBooks() = default;
-
-QSqlDatabase PartnerBooks::db() const { return session().MasterDb; }
-
-void PartnerBooks::exec(const QString& sql, const QVariantList& binds) const
+void PartnerReportTest::exec(const QString& sql, const QVariantList& binds)
 {
     QSqlError e;
-    EXPECT_EQ(execSql(db(), sql, binds, &e), ErrorClass::None) << sql.toStdString() << " " << e.text().toStdString();
+    EXPECT_EQ(execSql(session().MasterDb, sql, binds, &e), ErrorClass::None) << sql.toStdString() << " " << e.text().toStdString();
 }
 
-QVariant PartnerBooks::one(const QString& sql, const QVariantList& binds) const { return scalar(db(), sql, binds); }
+QVariant PartnerReportTest::one(const QString& sql, const QVariantList& binds) { return scalar(session().MasterDb, sql, binds); }
 
-void PartnerBooks::sale(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, const QList<ReportLine>& lines) const
+void PartnerReportTest::sale(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, const QList<ReportLine>& lines)
 {
     const QString d = date.toString(Qt::ISODate);
     exec("INSERT INTO Dur (Dno, EigCode, Hizuke, TorCode, TorCodeSei, NouCode, Kubun) VALUES (?, 1, ?, ?, ?, ?, 0)",
          {dno, d, tor, tor, nou});
-    int eda = 0;
-    for (const ReportLine& l : lines)
-        exec("INSERT INTO Dud (Dno, Eda, EigCode, Kubun, Hizuke, TorCode, HinCode, HinNamae, Suu, UTanka, UGaku, "
-             "STanka, sGaku, ZeiFlag, ZeiGaku, Getudo, ThiFlag) VALUES (?, ?, 1, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 1, 0, ?, -1)",
-             {dno, ++eda, l.kubun, d, tor, l.hin, l.name, l.suu, yen(l.tankaYen), yen(l.suu * l.tankaYen),
-              yen(l.tankaYen / 2), yen(l.suu * l.tankaYen / 2), getudo});
+    writeLines("Dud", "TorCode", dno, d, tor, getudo, lines, 1);
 }
 
-void PartnerBooks::purchase(int dno, const QDate& date, qint64 sir, int getudo, const QList<ReportLine>& lines) const
-{
-    const QString d = date.toString(Qt::ISODate);
-    exec("INSERT INTO Dsr (Dno, EigCode, Hizuke, SirCode, Kubun) VALUES (?, 1, ?, ?, 0)", {dno, d, sir});
-    int eda = 0;
-    for (const ReportLine& l : lines)
-        exec("INSERT INTO Dsd (Dno, Eda, EigCode, Kubun, Hizuke, SirCode, HinCode, HinNamae, Suu, UTanka, UGaku, "
-             "STanka, sGaku, ZeiFlag, ZeiGaku, Getudo, ThiFlag) VALUES (?, ?, 1, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 1, 0, ?, -1)",
-             {dno, ++eda, l.kubun, d, sir, l.hin, l.name, l.suu, yen(l.tankaYen), yen(l.suu * l.tankaYen),
-              yen(l.tankaYen * 2), yen(l.suu * l.tankaYen * 2), getudo});
-}
-
-namespace {
-LedgerAmounts received(int kubun, qint64 y)
-{
-    LedgerAmounts a;
-    Money* fields[] = {&a.Genkin, &a.Kogite, &a.Furikomi, &a.Tegata, &a.Sousai, &a.Chousei};
-    *fields[kubun - 1] = Money::fromYen(y);
-    return a;
-}
-}  // namespace
-
-void PartnerBooks::deposit(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, int kubun, qint64 y,
-                           const QString& text) const
-{
-    exec("INSERT INTO Dny (Dno, Eda, EigCode, Hizuke, TorCode, NouCode, Kubun, Nnaiyo, NGaku, Getudo) "
-         "VALUES (?, 1, 1, ?, ?, ?, ?, ?, ?, ?)",
-         {dno, date.toString(Qt::ISODate), tor, nou, kubun, text, yen(y), getudo});
-    const short seiFlag = nou ? short(one("SELECT SeiFlag FROM Nou WHERE TorCode=? AND Code=?", {tor, nou}).toInt()) : 1;
-    QString error;
-    EXPECT_TRUE(PostCustomer(tor, nou, received(kubun, y), QString::number(getudo), 1, seiFlag, &error)) << error.toStdString();
-}
-
-void PartnerBooks::payment(int dno, const QDate& date, qint64 sir, int getudo, int kubun, qint64 y, const QString& text) const
-{
-    exec("INSERT INTO Dsh (Dno, Eda, EigCode, Hizuke, SirCode, Kubun, Snaiyo, sGaku, Getudo) VALUES (?, 1, 1, ?, ?, ?, ?, ?, ?)",
-         {dno, date.toString(Qt::ISODate), sir, kubun, text, yen(y), getudo});
-    QString error;
-    EXPECT_TRUE(PostLedger("TSI", sir, 0, received(kubun, y), QString::number(getudo), 1, 0, 0, &error)) << error.toStdString();
-}
-
-void PartnerBooks::batch() const
+void PartnerReportTest::batch()
 {
     QString error;
     EXPECT_TRUE(runLedgerProcessing({}, &error)) << error.toStdString();
+}
+
+void PartnerReportTest::sixteenRows()
+{
+    QList<ReportLine> lines;
+    for (int i = 0; i < 15; ++i) lines << ReportLine{1, 100 + i};
+    sale(30, QDate(2026, 5, 3), 2, 0, 5, lines);
 }

@@ -14,8 +14,8 @@
 #include <gtest/gtest.h>
 #include <QDate>
 #include <QList>
-#include <QSqlDatabase>
-#include <memory>
+#include "reports/Mei.h"
+#include "reports/ReportSupport.h"
 #include "store/Money.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempCompany.h"
@@ -28,35 +28,27 @@ struct ReportLine {
     QString name = QStringLiteral("ボールペン");
 };
 
-class PartnerBooks {
-public:
-    PartnerBooks();
-    ~PartnerBooks();
-    QSqlDatabase db() const;
+inline QVariant yen(qint64 y) { return Money::fromYen(y).toStore(); }
 
-    void exec(const QString& sql, const QVariantList& binds = {}) const;
-    QVariant one(const QString& sql, const QVariantList& binds = {}) const;
-
-    // Slips marked for ledger processing; amounts are quantity times price.
-    void sale(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, const QList<ReportLine>& lines) const;
-    void purchase(int dno, const QDate& date, qint64 sir, int getudo, const QList<ReportLine>& lines) const;
-    // Deposits and payments as the deposit screen saves them: the rows, then the ledger posting.
-    void deposit(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, int kubun, qint64 yen,
-                 const QString& text) const;
-    void payment(int dno, const QDate& date, qint64 sir, int getudo, int kubun, qint64 yen, const QString& text) const;
-    void batch() const;
-
-private:
-    std::unique_ptr<TempCompany> company_;
-};
-
-static inline QVariant yen(qint64 y) { return Money::fromYen(y).toStore(); }
-static inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
+// The ledger views of a closing month, and of a range of dates.
+inline LedgerRange month(const QString& view, qint64 partner, int m, qint64 nou = 0) { return {view, true, partner, nou, m}; }
+inline LedgerRange dates(const QString& view, qint64 partner, int sm, int sd, int em, int ed)
+{
+    return {view, false, partner, 0, 0, sm, sd, em, ed};
+}
 
 class PartnerReportTest : public ::testing::Test {
 protected:
-    std::unique_ptr<PartnerBooks> books;
+    TempCompany company{2026, 4};
     ScriptedDialogs dlg;
-    void SetUp() override { books = std::make_unique<PartnerBooks>(); }
-    void TearDown() override { books.reset(); }
+    void SetUp() override;
+
+public:
+    static void exec(const QString& sql, const QVariantList& binds = {});
+    static QVariant one(const QString& sql, const QVariantList& binds = {});
+    // Sales slips marked for ledger processing; amounts are quantity times price, cost half.
+    static void sale(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, const QList<ReportLine>& lines);
+    static void batch();
+    // Fifteen more lines of customer 2 on May 3rd (slip 30): sixteen rows in May.
+    static void sixteenRows();
 };
