@@ -3,10 +3,10 @@
 // monthly copy and the cut-off list. The year starts in April 2026; office 1 is the
 // session's. Amounts are given in yen.
 #include <gtest/gtest.h>
-#include <ostream>
 #include <QDate>
 #include <QList>
 #include <QString>
+#include "reports/ReportSupport.h"
 #include "shell/Session.h"
 #include "store/Money.h"
 #include "store/Sql.h"
@@ -21,9 +21,6 @@ struct Ln {
     int kubun = 0;       // 0 sales, 1 returns, 2 discount, 3 expenses
     double cost = 0;     // unit cost
 };
-
-// Readable failures.
-static inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
 
 inline QVariant yenOf(double yen) { return Money::fromDouble(yen).toStore(); }
 
@@ -81,16 +78,6 @@ protected:
             "VALUES (?, ?, ?, 1, 1, ?, ' ', 0, 0)",
             {dno, eig, date.toString(Qt::ISODate), sir});
         writeLines("Dsd", "SirCode", dno, date, sir, lines, eig);
-    }
-    // A posted slip cancelled as the slip screen cancels it: head and lines turn negative and
-    // wait for the next ledger run, the four amounts negated, the cost keeping its sign.
-    static void cancelPosted(const QString& head, const QString& line, int dno, int eig = 1)
-    {
-        run(QStringLiteral("UPDATE %1 SET Dno=Dno*-1 WHERE Dno=? AND EigCode=?").arg(head), {dno, eig});
-        run(QStringLiteral("UPDATE %1 SET Dno=Dno*-1,ThiFlag=-1,Suu=Suu*-1,UTanka=UTanka*-1,UGaku=UGaku*-1,"
-                           "Zeigaku=Zeigaku*-1 WHERE Dno=? AND EigCode=?")
-                .arg(line),
-            {dno, eig});
     }
 
 private:
