@@ -4,9 +4,9 @@
 #include "shell/Session.h"
 #include "store/Sql.h"
 
-InvoiceCompany::InvoiceCompany() : company_(std::make_unique<TempCompany>(2026, 4))
+InvoiceCompany::InvoiceCompany()
 {
-    EXPECT_TRUE(company_->open());
+    EXPECT_TRUE(company_.open());
     Session& s = session();
     s.Nendo = 2026;
     s.sTuki = 4;
@@ -30,11 +30,7 @@ void InvoiceCompany::exec(const QString& sql, const QVariantList& binds)
     EXPECT_EQ(execSql(db(), sql, binds, &e), ErrorClass::None) << sql.toStdString() << " " << e.text().toStdString();
 }
 
-qint64 InvoiceCompany::count(const QString& sql, const QVariantList& binds) const
-{
-    Query q(db(), sql, binds);
-    return q.next() ? q.value(0).toLongLong() : -1;
-}
+QVariant InvoiceCompany::one(const QString& sql, const QVariantList& binds) const { return scalar(db(), sql, binds); }
 
 void InvoiceCompany::addTor(qint64 code, const QString& name, int sime, int zeituuchi)
 {
@@ -70,8 +66,8 @@ void InvoiceCompany::sale(int dno, const QDate& date, qint64 tor, qint64 nou, in
         exec(QStringLiteral("INSERT INTO Dud (Dno, Eda, EigCode, Kubun, Hizuke, TorCode, HinCode, HinNamae, Suu, UTanka, "
                             "UGaku, STanka, sGaku, ZeiFlag, ZeiGaku, Getudo, ThiFlag) "
                             "VALUES (?, ?, 1, ?, ?, ?, ?, ?, ?, ?, ?, 0, 0, ?, ?, ?, -1)"),
-             {dno, ++eda, l.kubun, d, tor, code, name.isValid() ? name.toString() : QStringLiteral("商品"), l.suu, storeYen(l.tanka), storeYen(gaku), l.zeiFlag,
-              storeYen(l.zei), getudo});
+             {dno, ++eda, l.kubun, d, tor, code, name.isValid() ? name.toString() : QStringLiteral("商品"), l.suu,
+              storeYen(l.tanka), storeYen(gaku), l.zeiFlag, storeYen(l.zei), getudo});
     }
 }
 
@@ -81,25 +77,10 @@ void InvoiceCompany::batch()
     EXPECT_TRUE(runLedgerProcessing({}, &error)) << error.toStdString();
 }
 
-qint64 InvoiceCompany::tto(qint64 tor, qint64 nou, int getudo, const QString& column) const
-{
-    Query q(db(), QStringLiteral("SELECT %1 FROM TtoD WHERE TorCode = ? AND NouCode = ? AND Getudo = ? AND EigCode = 1").arg(column),
-            {tor, nou, getudo});
-    return q.next() ? Money::fromStore(q.value(0)).truncYen() : -999999;
-}
-
-QStringList Recorded::texts(int page) const
-{
-    QStringList drawn;
-    for (const QString& e : out.rec.page(page))
-        if (e.startsWith(QLatin1String("T "))) drawn << e;
-    return drawn;
-}
-
 QString Recorded::at(int page, int x, int y) const
 {
     const QString prefix = QStringLiteral("T %1,%2 ").arg(x).arg(y);
-    for (const QString& e : out.rec.page(page))
+    for (const QString& e : rec.page(page))
         if (e.startsWith(prefix)) return e.mid(prefix.size());
     return QString();
 }

@@ -7,9 +7,7 @@
 #include <QDate>
 #include <QList>
 #include <QSqlDatabase>
-#include <QStringList>
-#include <memory>
-#include "pageout/PageOutput.h"
+#include "reports/ReportSupport.h"
 #include "support/RecordingSurface.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempCompany.h"
@@ -30,7 +28,7 @@ public:
     QSqlDatabase db() const;
 
     void exec(const QString& sql, const QVariantList& binds = {});
-    qint64 count(const QString& sql, const QVariantList& binds = {}) const;
+    QVariant one(const QString& sql, const QVariantList& binds = {}) const;
     void addTor(qint64 code, const QString& name, int sime = 31, int zeituuchi = 1);
     void addNou(qint64 tor, qint64 code, const QString& name);
     void addHin(const QString& code, const QString& name);
@@ -39,27 +37,16 @@ public:
               const QString& tekiyo = {});
     // Ledger processing; fails the test on an error.
     void batch();
-    // KTotal and ZeiGaku of a ledger month row, in yen.
-    qint64 tto(qint64 tor, qint64 nou, int getudo, const QString& column) const;
 
 private:
-    std::unique_ptr<TempCompany> company_;
+    TempCompany company_{2026, 4};
 };
 
 // The documents drawn on a recording output.
-struct Recorded {
-    RecordingOutput out;
-    const RecordingSurface& rec() const { return out.rec; }
-    // "T x,y text" entries of page n (from 1).
-    QStringList texts(int page) const;
-    // The text drawn at (x, y) on page n, "" when none.
+struct Recorded : RecordingOutput {
+    // The text drawn at (x, y) on page n (from 1), "" when none.
     QString at(int page, int x, int y) const;
-    int pages() const { return out.rec.ended; }
 };
-
-// Readable failures; static, so another fixture of this program may have its own.
-static inline void PrintTo(const QString& s, std::ostream* os) { *os << '"' << s.toStdString() << '"'; }
-static inline void PrintTo(const QStringList& l, std::ostream* os) { *os << '[' << l.join(" ; ").toStdString() << ']'; }
 
 // Money as the store keeps it.
 inline QVariant storeYen(qint64 yen) { return QVariant(qlonglong(yen * 10000)); }
