@@ -1,11 +1,7 @@
-#include <QDir>
-#include <QTemporaryDir>
 #include "reports/InvoiceData.h"
 #include "reports/InvoiceFixture.h"
 #include "reports/SeikyuRules.h"
 #include "shell/Session.h"
-#include "store/Sql.h"
-#include "demo/DemoCompany.h"
 
 TEST(InvoiceData, MeanUnitPriceIsCutTowardsMinusInfinity)
 {
@@ -48,58 +44,4 @@ TEST(InvoiceData, PeriodYearAndDayFollowTheFiscalYear)
     session().sTuki = 1;
     EXPECT_EQ(invoicePeriodYear(1), 2026);
     EXPECT_EQ(invoiceDayText(31) + "|" + invoiceDayText(30) + "|" + invoiceDayText(5), "末|30|5");
-}
-
-TEST(InvoiceData, CustomersOfTheDayOrOfARangeInCodeOrder)
-{
-    InvoiceCompany co;
-    co.addTor(30, "丙", 20);
-    co.addTor(10, "甲", 20);
-    co.addTor(20, "乙", 31);
-    co.addTor(40, "丁", 20);
-    const QSqlDatabase db = co.db();
-    EXPECT_EQ(invoiceCustomers(db, 20, {}, {}), (QList<qint64>{10, 30, 40}));
-    EXPECT_EQ(invoiceCustomers(db, 20, 15, 40), (QList<qint64>{30, 40}));
-    EXPECT_EQ(invoiceCustomers(db, 20, 30, {}), (QList<qint64>{30}));
-    EXPECT_EQ(invoiceCustomers(db, 20, 41, 99), QList<qint64>{});
-    EXPECT_EQ(invoiceCustomers(db, 25, {}, {}), QList<qint64>{});
-    EXPECT_EQ(seikyuTorName(db, "  30") + "|" + seikyuTorName(db, "31") + "|" + seikyuTorName(db, ""), "丙||");
-}
-
-TEST(InvoiceData, PlainPaperIsAFurtherStyleNamedSo)
-{
-    InvoiceCompany co;
-    co.exec("INSERT INTO zSysFunc (Code, contents) VALUES (395, '1:白紙'), (1201, '5-白紙請求書'), (1202, '6-専用'), "
-            "(1203, '白紙'), (1300, '7-白紙')");
-    const struct {
-        short style;
-        bool plain;
-    } cases[] = {{5, true}, {6, false}, {1, false}, {0, false}, {7, false}};
-    for (const auto& c : cases) EXPECT_EQ(isPlainPaperStyle(co.db(), c.style), c.plain) << c.style;
-}
-
-TEST(InvoiceData, DemoCompanyTakesTheCustomerCountAskedFor)
-{
-    QTemporaryDir tmp;
-    DemoOptions o;
-    o.slips = 0;
-    o.year = 2026;
-    o.customers = 1000;
-    QString error;
-    DemoSummary s;
-    ASSERT_TRUE(createDemoCompany(tmp.filePath("big"), o, &error, &s)) << qPrintable(error);
-    EXPECT_EQ(s.customers, 1000);
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "demo-size");
-        db.setDatabaseName(tmp.filePath("big/MASTER.db"));
-        ASSERT_TRUE(db.open());
-        EXPECT_EQ(scalar(db, "SELECT COUNT(*) || ' ' || MIN(Code) || '-' || MAX(Code) || ' ' || COUNT(DISTINCT Sime) FROM Tor")
-                      .toString(),
-                  "1000 1001-2000 3");
-    }
-    QSqlDatabase::removeDatabase("demo-size");
-    o.customers = 11;
-    EXPECT_FALSE(createDemoCompany(tmp.filePath("small"), o, &error));
-    EXPECT_EQ(error, "得意先数が正しくありません。");
-    EXPECT_FALSE(QDir(tmp.filePath("small")).exists());
 }

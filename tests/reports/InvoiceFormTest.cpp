@@ -160,19 +160,14 @@ TEST_F(InvoiceFormTest, CancellingThePrinterOrTheStylePrintsNothing)
 TEST_F(InvoiceFormTest, IssueDateIsTodayInTheCompanysYearsAndEscCloses)
 {
     const QDate today = QDate::currentDate();
-    for (short hiz : {2, 1}) {
-        session().Hiz = hiz;
-        open();
-        EXPECT_EQ(QStringList({form->box(Seikyu_frm::YearBox)->text().trimmed(), form->box(Seikyu_frm::IssueMonthBox)->text().trimmed(),
-                               form->box(Seikyu_frm::DayBox)->text().trimmed()}),
-                  QStringList({QString::number(hiz == 1 ? today.year() - 1988 : today.year()), QString::number(today.month()),
-                               QString::number(today.day())}));
-        press(Qt::Key_Up);
-        EXPECT_EQ(focused(), form->box(Seikyu_frm::MonthBox));
-        press(Qt::Key_Escape);
-        flushDeletes();
-        EXPECT_TRUE(form.isNull());
-    }
+    session().Hiz = 1;
+    open();
+    EXPECT_EQ(QStringList({form->box(Seikyu_frm::YearBox)->text().trimmed(), form->box(Seikyu_frm::IssueMonthBox)->text().trimmed(),
+                           form->box(Seikyu_frm::DayBox)->text().trimmed()}),
+              QStringList({QString::number(today.year() - 1988), QString::number(today.month()), QString::number(today.day())}));
+    press(Qt::Key_Escape);
+    flushDeletes();
+    EXPECT_TRUE(form.isNull());
 }
 
 TEST_F(InvoiceFormTest, F6TakesAClassThenACustomerOfIt)

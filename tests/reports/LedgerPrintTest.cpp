@@ -116,7 +116,6 @@ TEST_F(LedgerPrint, HeadlessRequestsAreCheckedAndWriteTheSheet)
         {{{"view", "Tdc"}, {"month", "5"}, {"from", "0501"}}, runLedgerPrint, range},
         {{{"view", "Tdc"}, {"from", "0501"}}, runLedgerPrint, range},
         {{{"view", "Tdc"}, {"from", "0501"}, {"to", "5/31"}}, runLedgerPrint, "--from と --to は月日を4桁（MMDD）で指定してください。"},
-        {{{"view", "Tdc"}, {"from", "0501"}, {"to", "0532"}}, runLedgerPrint, "範囲は１から３１です。"},
         {{{"view", "Tdc"}, {"month", "5"}, {"partner", "A1"}}, runLedgerPrint, "--partner にはコード（数字）を指定してください。"},
         {{{"view", "Sdc"}, {"month", "5"}, {"partner", "1"}, {"dest", "5"}}, runLedgerPrint,
          "--dest は得意先元帳（Tdc）で --partner と共に指定してください。"},

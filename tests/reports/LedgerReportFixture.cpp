@@ -27,32 +27,24 @@ void purchase(int dno, const QDate& date, qint64 sir, int getudo, const QList<Re
     writeLines("Dsd", "SirCode", dno, d, sir, getudo, lines, 4);
 }
 
-LedgerAmounts received(int kubun, qint64 y)
+// Deposits of customers (sir 0) and payments to suppliers as the deposit screen saves them:
+// the row, then the ledger posting.
+void received(int dno, const QDate& date, qint64 tor, qint64 nou, qint64 sir, int kubun, qint64 y, const QString& text)
 {
+    const QString d = date.toString(Qt::ISODate);
+    if (sir == 0)
+        PartnerReportTest::exec("INSERT INTO Dny (Dno, Eda, EigCode, Hizuke, TorCode, NouCode, Kubun, Nnaiyo, NGaku, Getudo) "
+                                "VALUES (?, 1, 1, ?, ?, ?, ?, ?, ?, 5)", {dno, d, tor, nou, kubun, text, yen(y)});
+    else
+        PartnerReportTest::exec("INSERT INTO Dsh (Dno, Eda, EigCode, Hizuke, SirCode, Kubun, Snaiyo, sGaku, Getudo) "
+                                "VALUES (?, 1, 1, ?, ?, ?, ?, ?, 5)", {dno, d, sir, kubun, text, yen(y)});
     LedgerAmounts a;
     Money* fields[] = {&a.Genkin, &a.Kogite, &a.Furikomi, &a.Tegata, &a.Sousai, &a.Chousei};
     *fields[kubun - 1] = Money::fromYen(y);
-    return a;
-}
-
-// Deposits and payments as the deposit screen saves them: the rows, then the ledger posting.
-void deposit(int dno, const QDate& date, qint64 tor, qint64 nou, int kubun, qint64 y, const QString& text)
-{
-    PartnerReportTest::exec("INSERT INTO Dny (Dno, Eda, EigCode, Hizuke, TorCode, NouCode, Kubun, Nnaiyo, NGaku, Getudo) "
-                            "VALUES (?, 1, 1, ?, ?, ?, ?, ?, ?, 5)",
-                            {dno, date.toString(Qt::ISODate), tor, nou, kubun, text, yen(y)});
     const short seiFlag = nou ? short(PartnerReportTest::one("SELECT SeiFlag FROM Nou WHERE TorCode=? AND Code=?", {tor, nou}).toInt()) : 1;
     QString error;
-    EXPECT_TRUE(PostCustomer(tor, nou, received(kubun, y), "5", 1, seiFlag, &error)) << error.toStdString();
-}
-
-void payment(int dno, const QDate& date, qint64 sir, int kubun, qint64 y, const QString& text)
-{
-    PartnerReportTest::exec("INSERT INTO Dsh (Dno, Eda, EigCode, Hizuke, SirCode, Kubun, Snaiyo, sGaku, Getudo) "
-                            "VALUES (?, 1, 1, ?, ?, ?, ?, ?, 5)",
-                            {dno, date.toString(Qt::ISODate), sir, kubun, text, yen(y)});
-    QString error;
-    EXPECT_TRUE(PostLedger("TSI", sir, 0, received(kubun, y), "5", 1, 0, 0, &error)) << error.toStdString();
+    EXPECT_TRUE(sir ? PostLedger("TSI", sir, 0, a, "5", 1, 0, 0, &error) : PostCustomer(tor, nou, a, "5", 1, seiFlag, &error))
+        << error.toStdString();
 }
 
 }  // namespace
@@ -93,10 +85,10 @@ void PartnerReportTest::SetUp()
     sale(6, QDate(2026, 4, 20), 3, 0, 4, {{5, 1000}});
     purchase(1, QDate(2026, 5, 8), 1, 5, {{7, 100}, {3, 100, 0, QStringLiteral("0000000001002"), QStringLiteral("ノート")}});
     batch();
-    deposit(1, QDate(2026, 5, 12), 1, 0, 1, 3000, QStringLiteral("5月分"));
-    deposit(2, QDate(2026, 5, 22), 1, 6, 3, 2000, QStringLiteral("南支店分"));
-    deposit(3, QDate(2026, 5, 15), 3, 0, 3, 3000, QStringLiteral("4月分"));
-    payment(1, QDate(2026, 5, 30), 1, 1, 1000, QStringLiteral("5月分"));
+    received(1, QDate(2026, 5, 12), 1, 0, 0, 1, 3000, QStringLiteral("5月分"));
+    received(2, QDate(2026, 5, 22), 1, 6, 0, 3, 2000, QStringLiteral("南支店分"));
+    received(3, QDate(2026, 5, 15), 3, 0, 0, 3, 3000, QStringLiteral("4月分"));
+    received(1, QDate(2026, 5, 30), 0, 0, 1, 1, 1000, QStringLiteral("5月分"));
 }
 
 void PartnerReportTest::exec(const QString& sql, const QVariantList& binds)

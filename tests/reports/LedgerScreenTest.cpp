@@ -130,9 +130,10 @@ TEST_F(LedgerScreen, ClassNarrowsThePartnersAndTheLookupTakesIt)
     EXPECT_EQ(form->cbox(1)->currentText(), "京都屋");
 }
 
-TEST_F(LedgerScreen, BarKeysAndADoubleClickOpenTheSlip)
+TEST_F(LedgerScreen, BarKeysF9F10AndADoubleClickOpenTheSlip)
 {
     sixteenRows();
+    CaughtOutputs caught;
     ListDaichou_frm* v = viewer();
     v->Init(month("Tdc", 2, 5));
     ASSERT_TRUE(showActive(v));
@@ -141,16 +142,24 @@ TEST_F(LedgerScreen, BarKeysAndADoubleClickOpenTheSlip)
     ASSERT_EQ(focused(), v->Bar());
     press(Qt::Key_Down);
     EXPECT_EQ(v->Bar()->value(), 1);
-    EXPECT_EQ(v->cell(0, 0)->text(), "05月03日");
-    EXPECT_EQ(v->cell(14, 5)->text(), "114");
+    EXPECT_EQ(v->cell(0, 0)->text() + "|" + v->cell(14, 5)->text(), "05月03日|114");
     press(Qt::Key_Left);
     EXPECT_EQ(focused(), v->Command());
+
+    // The print and the sheet read oldest first; the screen stays as it was.
+    press(Qt::Key_F9);
+    EXPECT_EQ(caught.pages, 1);
+    ASSERT_TRUE(showActive(v));   // back from the preview
+    QTest::mouseClick(v->DoExcel(), Qt::LeftButton);
+    ASSERT_EQ(caught.sheets.size(), 1);
+    EXPECT_TRUE(QFileInfo(caught.sheets[0]).fileName().startsWith("元帳"));
+    EXPECT_EQ(v->Bar()->value(), 1);
+    EXPECT_EQ(v->cell(14, 5)->text(), "114");
 
     QTest::mouseDClick(v->cell(14, 0), Qt::LeftButton);
     auto* slip = qobject_cast<Slip_frm*>(screen("Slip_frm"));
     ASSERT_TRUE(slip && slip->isVisible());
-    EXPECT_EQ(slip->box(Slip_frm::DnoBox)->text().trimmed(), "30");
-    EXPECT_EQ(slip->mode()->text(), "参照");
+    EXPECT_EQ(slip->box(Slip_frm::DnoBox)->text().trimmed() + slip->mode()->text(), "30参照");
     EXPECT_EQ(session().SlipCaller, "LstDaichou");
 
     // Enter on a date does the same; the bar's Enter steps into the rows.
@@ -161,6 +170,14 @@ TEST_F(LedgerScreen, BarKeysAndADoubleClickOpenTheSlip)
     ASSERT_EQ(focused(), v->cell(0, 0));
     press(Qt::Key_Return);
     EXPECT_EQ(slip->box(Slip_frm::DnoBox)->text().trimmed(), "5");
+
+    // Without rows F9 prints nothing and the sheet says so.
+    v->Init(month("Tdc", 1, 7));
+    ASSERT_TRUE(showActive(v));
+    press(Qt::Key_F9);
+    press(Qt::Key_F10);
+    EXPECT_EQ(caught.pages, 1);
+    EXPECT_EQ(dlg.of("Tell"), QStringList({"対象がありません。", "対象がありません。"}));
 }
 
 TEST_F(LedgerScreen, DepositsOpenOnTheDepositScreenByItsKind)
@@ -178,28 +195,6 @@ TEST_F(LedgerScreen, DepositsOpenOnTheDepositScreenByItsKind)
     }
     EXPECT_EQ(session().SlipCaller, "LstDaichou");
     EXPECT_TRUE(dlg.of("Tell").isEmpty()) << dlg.log.join(',').toStdString();
-}
-
-TEST_F(LedgerScreen, F9PreviewsThePagesAndTheButtonWritesTheSheet)
-{
-    CaughtOutputs caught;
-    ListDaichou_frm* v = viewer();
-    v->Init(month("Tdc", 1, 5));
-    ASSERT_TRUE(showActive(v));
-    press(Qt::Key_F9);
-    EXPECT_EQ(caught.pages, 1);
-    QTest::mouseClick(v->DoExcel(), Qt::LeftButton);
-    ASSERT_EQ(caught.sheets.size(), 1);
-    EXPECT_TRUE(QFileInfo(caught.sheets[0]).fileName().startsWith("元帳"));
-    EXPECT_TRUE(QFileInfo::exists(caught.sheets[0]));
-    EXPECT_EQ(v->cell(0, 0)->text(), "05月22日");   // still newest first
-    // Without rows F9 prints nothing and the sheet says so.
-    v->Init(month("Tdc", 1, 7));
-    ASSERT_TRUE(showActive(v));   // back from the preview
-    press(Qt::Key_F9);
-    press(Qt::Key_F10);
-    EXPECT_EQ(caught.pages, 1);
-    EXPECT_EQ(dlg.of("Tell"), QStringList({"対象がありません。", "対象がありません。"}));
 }
 
 TEST_F(LedgerScreen, MenuItemsOpenTheirListsWithTheirWords)

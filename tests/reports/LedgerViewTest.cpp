@@ -117,7 +117,6 @@ TEST_F(LedgerView, NoRowsIsSaid)
     ListDaichou v;
     ASSERT_TRUE(v.Init(month("Tdc", 1, 7)));
     EXPECT_EQ(v.rowCount, 0);
-    EXPECT_EQ(v.barMax, 0);
     EXPECT_EQ(dlg.of("Tell"), QStringList{"対象がありません。"});
     ReportSheet sheet;
     QString error;
