@@ -1,12 +1,17 @@
 #include <functional>
 #include <QFile>
+#include <QComboBox>
 #include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
 #include "ProductsFixture.h"
 #include "entry/FormDriver.h"
 #include "pageout/ExcelFixture.h"
 #include "pageout/PrintRegistry.h"
 #include "pageout/Vtml.h"
 #include "reports/Chouha.h"
+#include "reports/Chouha_frm.h"
 #include "reports/QtSummaryPrints.h"
 #include "support/RecordingSurface.h"
 
@@ -187,4 +192,75 @@ TEST_F(Cutoff, PrintCommandWritesTheSheetOfTheChosenOrder)
     EXPECT_FALSE(printCutoff(req, &error));
     EXPECT_EQ(error, "対象の伝票がありません。");
     EXPECT_FALSE(QFile::exists(req.xlsx));
+}
+
+namespace {
+
+class CutoffForm : public Cutoff {
+protected:
+    QPointer<Chouha_frm> w;
+    void SetUp() override
+    {
+        Cutoff::SetUp();
+        session().MenuKey = QStringLiteral("TAN");
+        w = new Chouha_frm;
+        ASSERT_TRUE(showActive(w));
+    }
+    void TearDown() override { delete w.data(); }
+    QString cell(int row, int col) const { return gridCell(w->List(), row, col); }
+};
+
+} // namespace
+
+TEST_F(CutoffForm, ClerkRanksTheStaffBySales)
+{
+    EXPECT_EQ(w->Title()->text(), "2026年担当者別売上");
+    for (const char* t : {"2026", "4", "1", "2026", "4", "30"}) enter(t);
+    EXPECT_EQ(w->weekdays()->text(), "水曜");
+    ASSERT_EQ(focused(), w->cbox());
+    // PageDown switches the list to 売上順; Enter runs it.
+    press(Qt::Key_PageDown);
+    EXPECT_EQ(w->cbox()->currentText(), "売上順");
+    press(Qt::Key_Return);
+    ASSERT_EQ(w->List()->rowCount(), 3);
+    const auto row = [&](int r) { return QStringList({cell(r, 1), cell(r, 2), cell(r, 8), cell(r, 9)}).join('|'); };
+    EXPECT_EQ(row(0), "山田|13,000|3,500|36.84");
+    EXPECT_EQ(row(1), "佐藤|10,000|2,000|24.10");
+    EXPECT_EQ(row(2), "合計|23,000|5,500|");
+
+    // A month without slips: said, and the grid keeps only its heads.
+    for (int i = 0; i < 5; ++i) press(Qt::Key_Up);
+    ASSERT_EQ(focused(), w->ebox()[1]);
+    enter("6");
+    press(Qt::Key_Return);
+    press(Qt::Key_Return);
+    enter("6");
+    press(Qt::Key_Return);
+    ASSERT_EQ(focused(), w->cbox());
+    press(Qt::Key_Return);
+    EXPECT_EQ(dlg.of("Tell"), QStringList{"対象の伝票がありません。"});
+    EXPECT_EQ(w->List()->rowCount(), 0);
+
+    press(Qt::Key_F1);
+    EXPECT_EQ(focused(), w->ebox()[0]);
+    EXPECT_EQ(w->cbox()->currentIndex(), 0);
+}
+
+TEST_F(CutoffForm, F9AndF10StraightAfterTheRangeRunTheListFirst)
+{
+    CaughtOutputs outputs;
+    for (const char* t : {"2026", "4", "1", "2026", "4", "30"}) enter(t);
+    ASSERT_EQ(focused(), w->cbox());
+    press(Qt::Key_F9);
+    ASSERT_TRUE(QTest::qWaitForWindowActive(w));
+    EXPECT_EQ(outputs.pages, 1);
+    EXPECT_EQ(w->List()->rowCount(), 3);
+    EXPECT_EQ(focused(), w->cbox());
+    press(Qt::Key_F10);
+    ASSERT_EQ(outputs.sheets.size(), 1);
+    EXPECT_TRUE(QFileInfo(outputs.sheets[0]).fileName().startsWith("担当者別売上"));
+    const SheetXml sheet(outputs.sheets[0]);
+    EXPECT_EQ(sheet.cell("B1") + sheet.cell("B2") + sheet.cell("I3"), "担当者名山田2000");
+    EXPECT_FALSE(sheet.has("A4"));
+    EXPECT_TRUE(dlg.of("Tell").isEmpty()) << qPrintable(dlg.log.join('|'));
 }
