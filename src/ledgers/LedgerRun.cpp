@@ -29,7 +29,9 @@ QSqlQuery* LedgerRun::prepared(const QString& sql)
     if (it == prepared_.end()) {
         auto q = std::make_unique<QSqlQuery>(db);
         q->setForwardOnly(true);
-        if (!q->prepare(sql)) {
+        const bool prepared = q->prepare(sql);
+        endLockWait();
+        if (!prepared) {
             fail(q->lastError());
             return nullptr;
         }

@@ -83,6 +83,8 @@ int runOptimize(const QStringList& args, const CommandConsole& c)
     QString error;
     const bool ok = compactStore(marker, year, &error);
     endHeadless();
+    // A repair on the way: where the damaged original is.
+    for (const QString& notice : takeStoreNotices()) c.err(notice);
     if (!ok) {
         c.err(error);
         return kFailed;

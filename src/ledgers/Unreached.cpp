@@ -83,8 +83,8 @@ void customerLines(LedgerRun& run, QList<UnreachedLine>& out)
                 case 4: return QStringLiteral("伝票の見出しがありません");
                 case 5: return QStringLiteral("得意先 %1 の消費税通知が 1 から 4 ではありません").arg(detail.toString());
                 default:
-                    return QStringLiteral("営業所 %1 の台帳処理で入ります（この処理は営業所 %2）")
-                        .arg(office.toString()).arg(run.office);
+                    // The run clears every mark, these lines' too: no later run takes them.
+                    return QStringLiteral("営業所 %1 の台帳処理では入らず、この後の台帳処理でも入りません").arg(run.office);
                 }
             },
             out);

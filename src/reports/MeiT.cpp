@@ -82,7 +82,7 @@ MeiTResult FillMeiT(const MeiTRequest& r, QList<MeiTRow>* rows, QString* error)
         return MeiTResult::Failed;
     };
     UnitOfWork unit(db);
-    if (!unit.active()) return fail(db.lastError());
+    if (!unit.active()) return fail(unit.error());
     if (execSql(db, QStringLiteral("DELETE FROM MeiT"), {}, &e) != ErrorClass::None) return fail(e);
     // Every customer, also for suppliers and staff: a supplier whose code a customer has
     // shares that customer's row.

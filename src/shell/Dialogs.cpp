@@ -19,6 +19,8 @@ public:
 };
 ConsoleDialogs consoleDialogs;
 Dialogs* installed = nullptr;
+// The work's own notice while it is up, for the lock wait to give back.
+QString workNotice;
 }
 
 Dialogs& dialogs() { return installed ? *installed : consoleDialogs; }
@@ -27,6 +29,7 @@ Dialogs* setDialogs(Dialogs* d)
 {
     Dialogs* prev = installed;
     installed = d;
+    workNotice.clear();
     return prev;
 }
 
@@ -35,11 +38,24 @@ void ShowStoreFailure()
     dialogs().MessageBox(QStringLiteral("エラー"), storeFailureText(lastStoreFailure()));
 }
 
+void ShowWait(const QString& m)
+{
+    workNotice = m;
+    dialogs().ShowWait(m);
+}
+
+void HideWait()
+{
+    workNotice.clear();
+    dialogs().HideWait();
+}
+
 void showLockWaits()
 {
     setLockWaitNotice([](bool waiting) {
-        if (waiting) ShowWait(QStringLiteral("他の端末の処理を待っています。しばらくお待ちください。"));
-        else HideWait();
+        if (waiting) dialogs().ShowWait(QStringLiteral("他の端末の処理を待っています。しばらくお待ちください。"));
+        else if (!workNotice.isEmpty()) dialogs().ShowWait(workNotice);
+        else dialogs().HideWait();
     });
 }
 

@@ -23,8 +23,10 @@ Dialogs* setDialogs(Dialogs* d);
 inline bool Ask(const QString& m, const QString& y, const QString& n) { return dialogs().Ask(m, y, n); }
 inline void Tell(const QString& m) { dialogs().Tell(m); }
 inline QString Request(const QString& m, const QString& d) { return dialogs().Request(m, d); }
-inline void ShowWait(const QString& m) { dialogs().ShowWait(m); }
-inline void HideWait() { dialogs().HideWait(); }
+// The notice of a long piece of work; the wait for another station's lock shows over it and
+// gives it back.
+void ShowWait(const QString& m);
+void HideWait();
 
 // The store shows nothing itself: the box of its last failure to open or attach ("エラー",
 // "エラー番号 ..."), and what opening did that the clerk must hear of (a repair), are shown here.

@@ -47,12 +47,6 @@ QString folderOf(const QString& path)
     return dir.isEmpty() ? QStringLiteral(".") : dir;
 }
 
-QString sqlErrorText(const QSqlError& e)
-{
-    const QString text = e.databaseText().isEmpty() ? e.text() : e.databaseText();
-    return QStringLiteral("エラー：") + QString::number(sqliteCode(e)) + QLatin1Char(' ') + text;
-}
-
 } // namespace
 
 OwnConnection::OwnConnection(const QString& path)
@@ -64,6 +58,8 @@ OwnConnection::OwnConnection(const QString& path)
     db.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=%1").arg(busyTimeoutMs()));
     // Never create a store file by opening it.
     open_ = QFileInfo(path).isFile() && db.open();
+    // Another station's lock is waited for as on the session's own connection, and said.
+    if (open_) installLockWait(db);
 }
 
 OwnConnection::~OwnConnection()
@@ -126,7 +122,7 @@ bool fileIsSound(const QString& path, QString* error)
     }
     Query check(c.db(), QStringLiteral("PRAGMA integrity_check"));
     if (!check.ok()) {
-        if (error) *error = sqlErrorText(check.error());
+        if (error) *error = StoreErrorText(check.error());
         return false;
     }
     if (check.next() && check.value(0).toString() == QLatin1String("ok")) return true;
@@ -149,7 +145,7 @@ bool writeCopy(const QString& source, const QString& temp, QString* error)
     OwnConnection c(source);
     if (!c.isOpen()) return fail(fileErrorText(QStringLiteral("ファイルを開けません。"), source));
     QSqlError e;
-    if (execSql(c.db(), QStringLiteral("VACUUM INTO ?"), {temp}, &e) != ErrorClass::None) return fail(sqlErrorText(e));
+    if (execSql(c.db(), QStringLiteral("VACUUM INTO ?"), {temp}, &e) != ErrorClass::None) return fail(StoreErrorText(e));
     return true;
 }
 

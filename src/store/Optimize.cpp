@@ -7,11 +7,13 @@
 namespace {
 
 // The store's own opening repairs a file that reads back damaged, before it is compacted.
+// Every page is read, not only the schema: a damaged page of the slip file, which the start
+// does not read through, is what sends the clerk here.
 bool repaired(const QString& file, QString* error)
 {
     const QString conn = QStringLiteral("VelmoraCompactRepair");
     StoreFailure failure;
-    const bool ok = openStoreFile(conn, file, &failure);
+    const bool ok = openStoreFile(conn, file, &failure, true);
     {
         QSqlDatabase db = QSqlDatabase::database(conn, false);
         if (db.isOpen()) db.close();

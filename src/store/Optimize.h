@@ -15,7 +15,8 @@ struct CompactionFiles {
 // Master first, then the slip file, as the layout of the company has them.
 QList<CompactionFiles> compactionFiles(bool yearFolderMode, int nendo);
 
-// Compacts both files. False with `error` set when anything failed; the files are then as
+// Compacts both files. A file with a damaged page is repaired first (the notice goes to
+// takeStoreNotices, for the caller to tell). False with `error` set when anything failed; the files are then as
 // they were (a failure while copying) or one of them already compacted (a failure while
 // renaming, which changes nothing of their content).
 bool compactStore(bool yearFolderMode, int nendo, QString* error);

@@ -25,6 +25,8 @@ void OptimizeStore()
     const bool ok = compactStore(s.YearFolderMode, year, &error);
     HideWait();
     QApplication::restoreOverrideCursor();
+    // A repair on the way: where the damaged original is, before anything else.
+    TellStoreNotices();
     if (ok) {
         Tell(QStringLiteral("ベルモーラを終了します。"));
         EndProgram();

@@ -119,8 +119,9 @@ Query::Query(const QSqlDatabase& db, const QString& sql, const QVariantList& bin
     if (ok_) {
         for (const QVariant& v : binds) q_.addBindValue(v);
         ok_ = q_.exec();
-        endLockWait();
     }
+    // Preparing can wait too: it reads the schema, which a fresh connection has not yet.
+    endLockWait();
     if (!ok_) cls_ = classifyError(q_.lastError());
     if (!ok_ && cls_ == ErrorClass::None) cls_ = ErrorClass::Other;
 }

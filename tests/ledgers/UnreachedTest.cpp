@@ -57,7 +57,7 @@ TEST(Unreached, EveryLineNoLedgerTakesIsToldBySlipAndTheRestIsPosted)
          {{kThi, kSales, 5, 9, 1, "営業所 9 が営業所マスターにありません"},
           {kTto, kSales, 5, 9, 1, "営業所 9 が営業所マスターにありません"}}},
         {"another office", [](LedgerCompany& c) { c.sale(6, QDate(2026, 5, 11), 100, 0, 5, {line(10)}, 0, 2); },
-         {{kTto, kSales, 6, 2, 1, "営業所 2 の台帳処理で入ります（この処理は営業所 1）", false}}},
+         {{kTto, kSales, 6, 2, 1, "営業所 1 の台帳処理では入らず、この後の台帳処理でも入りません", false}}},
         {"a cancelled image", [](LedgerCompany& c) {
              c.sale(7, QDate(2026, 5, 11), 999, 0, 5, {line(10)});
              c.negate("Dur", "Dud", 7);
@@ -82,7 +82,7 @@ TEST(Unreached, EveryLineNoLedgerTakesIsToldBySlipAndTheRestIsPosted)
 
 TEST(Unreached, TheReportGroupsTheLinesOfASlip)
 {
-    const QString otherOffice = "営業所 2 の台帳処理で入ります（この処理は営業所 1）";
+    const QString otherOffice = "営業所 1 の台帳処理では入らず、この後の台帳処理でも入りません";
     const QList<UnreachedLine> lines{{kTto, kSales, 12, 1, 1, "得意先 999 が得意先マスターにありません"},
                                      {kTto, kSales, 12, 1, 3, "得意先 999 が得意先マスターにありません"},
                                      {kTsi, kPurchases, -4, 2, 2, "締め月 0 が 1 から 13 ではありません"},

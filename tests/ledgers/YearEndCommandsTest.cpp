@@ -12,7 +12,9 @@
 #include "store/BackupFiles.h"
 #include "store/Sql.h"
 #include "store/Store.h"
+#include "support/DamagedFile.h"
 #include "support/ScriptedDialogs.h"
+#include "support/TempCompany.h"
 #include "support/StoreSnapshot.h"
 
 namespace {
@@ -118,4 +120,19 @@ TEST(YearEndCommands, APlainRootMasterIsToldTheLayoutItNeeds)
     EXPECT_TRUE(session().MasterDb.isOpen());
     CloseStore();
     EXPECT_EQ(snapshotDifference(before, companySnapshot()), "");
+}
+
+TEST(YearEndCommands, OptimizeRepairsADamagedSlipFileAndSaysWhereTheOriginalIs)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.execOn("2026/SLIP.db", {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<200) "
+                                           "INSERT INTO Dud (Dno, Eda, EigCode, Getudo, ThiFlag) SELECT i, 1, 1, 5, -1 FROM n"}));
+    ASSERT_TRUE(damageLeaf("2026/SLIP.db", "ix_Dud_ThiFlag", 0));
+    const CommandRun optimize({"optimize"});
+    EXPECT_EQ(optimize.rc, 0) << optimize.err.join('\n').toStdString();
+    ASSERT_EQ(optimize.err.size(), 1) << optimize.err.join('\n').toStdString();
+    EXPECT_TRUE(optimize.err[0].startsWith("データファイル 2026/SLIP.db が壊れていたため修復しました。"));
+    EXPECT_EQ(optimize.out.last(), "最適化しました: MASTER/MASTER.db, 2026/SLIP.db（元のファイルは .bak に残しました）");
+    EXPECT_EQ(inFile("2026/SLIP.db", "PRAGMA integrity_check"), "ok");
+    EXPECT_EQ(inFile("2026/SLIP.db", "SELECT count(*) FROM Dud"), "200");
 }

@@ -1,5 +1,7 @@
+#include <functional>
 #include <QCoreApplication>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include "ProductsFixture.h"
 #include "reports/Chouha.h"
@@ -154,16 +156,38 @@ TEST_F(Cutoff, ARangeWithoutSlips)
     }
 }
 
-TEST_F(Cutoff, AFailedRunLeavesMeiTAsItWas)
+TEST_F(Cutoff, AFailedRunLeavesMeiTAsItWasAndSaysWhy)
 {
     runList("URI", 1);
-    run("DROP TABLE Tan");
-    Chouha c("TAN");
-    QString error;
-    EXPECT_EQ(c.run(QDate(2026, 4, 1), QDate(2026, 4, 30), 1, &error), MeiTResult::Failed);
-    EXPECT_TRUE(error.startsWith("エラー：")) << qPrintable(error);
-    EXPECT_EQ(one("SELECT GROUP_CONCAT(Code) FROM MeiT").toString(), "1,2,3,4");
-    EXPECT_TRUE(c.rows().isEmpty());
+    struct Case { const char* what; std::function<void()> spoil, mend; QString told; } cases[] = {
+        {"a table gone", [] { run("ALTER TABLE Tan RENAME TO Tan2"); }, [] { run("ALTER TABLE Tan2 RENAME TO Tan"); },
+         "エラー：1 no such table: Tan"},
+        // Another station keeps the file past the wait: its lock is what the clerk hears of.
+        {"another station writing",
+         [] {
+             setBusyTimeoutMs(50);
+             QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "other-station");
+             other.setDatabaseName(QFileInfo("MASTER.db").absoluteFilePath());
+             ASSERT_TRUE(other.open());
+             ASSERT_EQ(execSql(other, "BEGIN IMMEDIATE"), ErrorClass::None);
+         },
+         [] {
+             execSql(QSqlDatabase::database("other-station", false), "ROLLBACK");
+             QSqlDatabase::database("other-station", false).close();
+             QSqlDatabase::removeDatabase("other-station");
+         },
+         "エラー：5 database is locked"},
+    };
+    for (const Case& k : cases) {
+        k.spoil();
+        Chouha c("TAN");
+        QString error;
+        EXPECT_EQ(c.run(QDate(2026, 4, 1), QDate(2026, 4, 30), 1, &error), MeiTResult::Failed) << k.what;
+        k.mend();
+        EXPECT_TRUE(error.startsWith(k.told)) << k.what << ": " << qPrintable(error);
+        EXPECT_EQ(one("SELECT GROUP_CONCAT(Code) FROM MeiT").toString(), "1,2,3,4") << k.what;
+        EXPECT_TRUE(c.rows().isEmpty()) << k.what;
+    }
 }
 
 TEST_F(Cutoff, PrintedListWithPageAndRunningTotals)

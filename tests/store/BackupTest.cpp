@@ -13,6 +13,7 @@
 #include "store/Backup_frm.h"
 #include "store/Sql.h"
 #include "store/Store.h"
+#include "support/DamagedFile.h"
 #include "support/EndRecorder.h"
 #include "support/ScriptedDialogs.h"
 #include "support/StoreSnapshot.h"
@@ -130,6 +131,21 @@ TEST(Backup, AFailedCopyLeavesLastWeeksGenerationWhole)
     }
     ASSERT_TRUE(backupStore("bk", false, 2026, kTuesday, nullptr));
     EXPECT_EQ(inFile("bk/MAST20263.db", "SELECT Kaisya FROM Com"), "改名");
+}
+
+// A copy that meets a damaged page says so, with the way to mend it, like every statement.
+TEST(Backup, ADamagedPageIsToldAsDamage)
+{
+    TempCompany co(2026);
+    ASSERT_TRUE(co.execOn("2026/SLIP.db", {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<300) "
+                                           "INSERT INTO Dud (Dno, Eda, EigCode, HinNamae, Getudo) "
+                                           "SELECT i, 1, 1, printf('%0100d', i), 5 FROM n"}));
+    ASSERT_TRUE(damageLeaf("2026/SLIP.db", "Dud", 2));
+    BackupResult r;
+    EXPECT_FALSE(backupStore("bk", false, 2026, kTuesday, &r));
+    EXPECT_TRUE(r.error.startsWith("エラー：11 ")) << r.error.toStdString();
+    EXPECT_TRUE(r.error.endsWith("「データ最適化」で修復してください。")) << r.error.toStdString();
+    EXPECT_EQ(QDir("bk").entryList(QDir::Files), QStringList{});
 }
 
 TEST(BackupForm, StartCopiesSaysSoAndEndsAndEscLeaves)

@@ -9,6 +9,7 @@
 #include "store/Optimize.h"
 #include "store/Sql.h"
 #include "store/Store.h"
+#include "support/DamagedFile.h"
 #include "support/EndRecorder.h"
 #include "support/ScriptedDialogs.h"
 #include "support/StoreSnapshot.h"
@@ -120,6 +121,43 @@ TEST(Optimize, TheMenuAsksFirstThenCompactsAndEnds)
     EXPECT_EQ(ended.count, 1);
     EXPECT_TRUE(QFileInfo("2026/SLIP.bak").isFile());
     EXPECT_TRUE(QFileInfo("MASTER/MASTER.bak").isFile());
+}
+
+// A page gone bad while the company worked: the compaction repairs the file first (or it
+// could not read it through), and the clerk hears where the damaged original is before the
+// program ends.
+TEST(Optimize, ADamagedPageIsRepairedFirstAndTheClerkToldBeforeTheEnd)
+{
+    struct Case { const char* file; const char* object; } cases[] = {
+        {"2026/SLIP.db", "ix_Dud_ThiFlag"},
+        {"MASTER/MASTER.db", "ix_Tor_Kana"},
+    };
+    for (const Case& c : cases) {
+        TempCompany co(2026);
+        grownAndShrunk(co);
+        ASSERT_TRUE(co.execOn(kMaster, {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<300) "
+                                        "INSERT INTO Tor (Code, Namae, Kana) SELECT i, printf('得意先%05d', i), "
+                                        "printf('ﾄｸｲｻｷ%05d', i) FROM n"}));
+        ASSERT_TRUE(co.open());
+        ASSERT_TRUE(damageLeaf(c.file, c.object, 0)) << c.file;
+        ScriptedDialogs dlg;
+        EndRecorder ended;
+        EXPECT_TRUE(MenuRun("データ最適化"));
+        ASSERT_EQ(dlg.log.size(), 5) << c.file << ": " << dlg.log.join('\n').toStdString();
+        EXPECT_EQ(dlg.log[2], "Hide:");
+        EXPECT_TRUE(dlg.log[3].startsWith(QString("Tell:データファイル %1 が壊れていたため修復しました。").arg(c.file)))
+            << dlg.log[3].toStdString();
+        EXPECT_EQ(dlg.log[4], "Tell:ベルモーラを終了します。");
+        EXPECT_EQ(ended.count, 1);
+        QString error;
+        EXPECT_TRUE(fileIsSound(c.file, &error)) << c.file << error.toStdString();
+        EXPECT_EQ(QDir(QFileInfo(c.file).path()).entryList({"*.damaged-*"}, QDir::Files).size(), 1) << c.file;
+        EXPECT_TRUE(QFileInfo("2026/SLIP.bak").isFile());
+        OwnConnection slip(kSlip);
+        EXPECT_EQ(scalar(slip.db(), "SELECT count(*) FROM Dud").toInt(), 10);
+        OwnConnection master(kMaster);
+        EXPECT_EQ(scalar(master.db(), "SELECT count(*) FROM Tor").toInt(), 300);
+    }
 }
 
 // A file kept elsewhere behind a link (the master folder linking back to the root file, a

@@ -7,6 +7,7 @@
 #include "store/Repair.h"
 #include "store/Sql.h"
 #include "store/Store.h"
+#include "support/DamagedFile.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempCompany.h"
 
@@ -31,19 +32,6 @@ QVariant onFile(const QString& path, const QStringList& statements)
     }
     QSqlDatabase::removeDatabase("repair-test");
     return last;
-}
-
-// Overwrites the n-th leaf page of a table or index with rubbish, as a bad sector would.
-void damageLeaf(const QString& path, const QString& object, int n)
-{
-    const int page = onFile(path, {QStringLiteral("SELECT pageno FROM dbstat WHERE name='%1' AND pagetype='leaf' "
-                                                  "ORDER BY pageno LIMIT 1 OFFSET %2").arg(object).arg(n)})
-                         .toInt();
-    ASSERT_GT(page, 1) << qPrintable(object);
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::ReadWrite));
-    f.seek(qint64(page - 1) * 4096);
-    f.write(QByteArray(4096, char(0xA5)));
 }
 
 // Customers 1..n with names long enough to fill many pages.
@@ -80,7 +68,7 @@ TEST(Repair, ADamagedMasterIsRepairedOnOpeningAndTheOriginalKeptBesideTheRealFil
         ASSERT_EQ(QFileInfo("MASTER.db").isSymLink(), link);
         const QString real = QFileInfo("MASTER.db").canonicalFilePath();
         addCustomers(real, 400);
-        damageLeaf(real, c.object, c.leaf);
+        ASSERT_TRUE(damageLeaf(real, c.object, c.leaf));
         const QByteArray damaged = bytesOf(real);
 
         ScriptedDialogs dlg;
@@ -129,7 +117,7 @@ TEST(Repair, WhatACutOffRepairLeftBehindDoesNotKeepTheStoreFromOpening)
     TempCompany co(2026);
     const QString real = "MASTER/MASTER.db";
     addCustomers(real, 200);
-    damageLeaf(real, "ix_Tor_Kana", 0);
+    ASSERT_TRUE(damageLeaf(real, "ix_Tor_Kana", 0));
     // The process ended between the copy and putting it in place: the damaged file is where
     // it was, a half-written rebuilt copy and its journal lie beside it.
     ASSERT_TRUE(QFile::copy(real, real + ".damaged-20260101-000000"));
@@ -147,7 +135,7 @@ TEST(Repair, AStationReadingTheFileKeepsTheRepairOutAndNothingChanges)
     TempCompany co(2026);
     const QString real = "MASTER/MASTER.db";
     addCustomers("MASTER.db", 200);
-    damageLeaf("MASTER.db", "ix_Tor_Kana", 0);
+    ASSERT_TRUE(damageLeaf("MASTER.db", "ix_Tor_Kana", 0));
     const QByteArray damaged = bytesOf("MASTER.db");
     setBusyTimeoutMs(100);
     QSqlDatabase other = QSqlDatabase::addDatabase("QSQLITE", "reader");
@@ -179,7 +167,7 @@ TEST(Repair, DamageMetAfterOpeningIsToldAsDamageWithTheWayToMendIt)
               ErrorClass::None);
     CloseStore();
     // The slip file is checked only as far as its schema when it opens: the damage shows later.
-    damageLeaf("2026/SLIP.db", "ix_Dud_ThiFlag", 0);
+    ASSERT_TRUE(damageLeaf("2026/SLIP.db", "ix_Dud_ThiFlag", 0));
     ASSERT_TRUE(co.open());
     QString error;
     EXPECT_FALSE(runLedgerProcessing({}, &error));

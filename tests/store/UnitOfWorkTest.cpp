@@ -4,6 +4,7 @@
 #include <QThread>
 #include "shell/Dialogs.h"
 #include "shell/Session.h"
+#include "store/BackupFiles.h"
 #include "store/Sql.h"
 #include "store/Store.h"
 #include "support/ScriptedDialogs.h"
@@ -32,6 +33,29 @@ public:
 private:
     QString name_ = QStringLiteral("other-station");
 };
+
+// Another station, on a thread of its own, that holds a lock on `file` for `ms` from the
+// moment this returns; join the thread afterwards.
+std::thread holdLock(const QString& file, const QString& begin, int ms)
+{
+    std::promise<void> locked;
+    std::future<void> held = locked.get_future();
+    std::thread t([file, begin, ms, locked = std::move(locked)]() mutable {
+        {
+            QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("locker"));
+            db.setDatabaseName(file);
+            db.open();
+            execSql(db, begin);
+            locked.set_value();
+            QThread::msleep(ms);
+            execSql(db, QStringLiteral("ROLLBACK"));
+            db.close();
+        }
+        QSqlDatabase::removeDatabase(QStringLiteral("locker"));
+    });
+    held.wait();
+    return t;
+}
 
 class UnitOfWorkTest : public ::testing::Test {
 protected:
@@ -149,21 +173,7 @@ TEST_F(UnitOfWorkTest, AWaitForAnotherStationShowsItselfUntilTheLockGoes)
         ScriptedDialogs dlg;
         showLockWaits();
         setBusyTimeoutMs(c.timeoutMs);
-        std::promise<void> locked;
-        std::thread other([&] {
-            {
-                QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), QStringLiteral("locker"));
-                db.setDatabaseName(co.file(QStringLiteral("MASTER.db")));
-                db.open();
-                execSql(db, QStringLiteral("BEGIN IMMEDIATE"));
-                locked.set_value();
-                QThread::msleep(c.holdMs);
-                execSql(db, QStringLiteral("ROLLBACK"));
-                db.close();
-            }
-            QSqlDatabase::removeDatabase(QStringLiteral("locker"));
-        });
-        locked.get_future().wait();
+        std::thread other = holdLock(co.file(QStringLiteral("MASTER.db")), QStringLiteral("BEGIN IMMEDIATE"), c.holdMs);
         {
             UnitOfWork unit(session().MasterDb);
             EXPECT_EQ(unit.active(), c.begins) << c.timeoutMs;
@@ -174,4 +184,39 @@ TEST_F(UnitOfWorkTest, AWaitForAnotherStationShowsItselfUntilTheLockGoes)
         other.join();
         EXPECT_EQ(dlg.log, (QStringList{waiting, "Hide:"})) << c.timeoutMs;
     }
+}
+
+TEST(LockWait, OpeningAFileAnotherStationHoldsShowsTheWaitAndTakesItAway)
+{
+    TempCompany co(2026);
+    ScriptedDialogs dlg;
+    showLockWaits();
+    setBusyTimeoutMs(600);
+    // The other station writes the file: not even its schema can be read meanwhile.
+    OtherStation other(co);
+    ASSERT_EQ(execSql(other.db(), "BEGIN EXCLUSIVE"), ErrorClass::None);
+    EXPECT_FALSE(OpenStore());
+    EXPECT_EQ(lastStoreFailure().number, 5);
+    // Gone with the failure, not left standing over the error box.
+    EXPECT_EQ(dlg.log, (QStringList{"Wait:他の端末の処理を待っています。しばらくお待ちください。", "Hide:"}));
+    execSql(other.db(), "ROLLBACK");
+}
+
+// The copies of a backup, a compaction or a year-end read the files through connections of
+// their own: a wait there shows itself too, over the notice of the work, which comes back.
+TEST(LockWait, ACopyWaitingForAnotherStationSaysSoAndTheWorksNoticeComesBack)
+{
+    TempCompany co(2026);
+    ScriptedDialogs dlg;
+    showLockWaits();
+    setBusyTimeoutMs(5000);
+    std::thread other = holdLock(co.file(QStringLiteral("2026/SLIP.db")), QStringLiteral("BEGIN EXCLUSIVE"), 900);
+    ShowWait("データベース修復中です。");
+    QString error;
+    const bool copied = writeCheckedCopy("2026/SLIP.db", "2026/SLIPN.db", &error);
+    HideWait();
+    other.join();
+    EXPECT_TRUE(copied) << error.toStdString();
+    EXPECT_EQ(dlg.log, (QStringList{"Wait:データベース修復中です。", "Wait:他の端末の処理を待っています。しばらくお待ちください。",
+                                    "Wait:データベース修復中です。", "Hide:"}));
 }
