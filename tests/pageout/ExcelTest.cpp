@@ -22,8 +22,7 @@ TEST(Excel, ValuesAndTheDateFormatLandInTheirCells)
     ExcelBook book;
     ASSERT_TRUE(book.open());
     EXPECT_EQ(dialogs.of("Wait"), QStringList{"エクセルファイルを作成しています。"});
-    const QStringList heads = {"日  付", "区  分", "コード", "品名", "数  量", "売上金額"};
-    for (int c = 0; c < heads.size(); ++c) book.setCell(1, c + 1, heads[c]);
+    book.setCell(1, 1, QStringLiteral("日  付"));
     book.setCell(2, 1, QStringLiteral("2026-04-01"));   // a date as the store keeps it
     book.setFormat(2, 1, QStringLiteral("yyyy/mm/dd"));
     book.setCell(2, 2, QStringLiteral("売上"));
@@ -40,7 +39,7 @@ TEST(Excel, ValuesAndTheDateFormatLandInTheirCells)
 
     const SheetXml sheet(file);
     ASSERT_TRUE(sheet.ok);
-    for (int c = 0; c < heads.size(); ++c) EXPECT_EQ(sheet.cell(QString(QChar('A' + c)) + "1"), heads[c]);
+    EXPECT_EQ(sheet.cell("A1"), "日  付");
     EXPECT_EQ(sheet.cell("A2"), serial(QDate(2026, 4, 1)));
     EXPECT_EQ(sheet.format("A2"), "yyyy/mm/dd");
     EXPECT_EQ(sheet.cell("B2"), "売上");

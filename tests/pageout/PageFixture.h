@@ -99,6 +99,22 @@ struct PageRun {
     }
     RecordingSurface& rec() { return out.rec; }
     QStringList told() const { return dialogs.of(QStringLiteral("Tell")); }
+    int pages() const { return out.rec.ended; }
+    // The texts and rules of a page (from 1) as logged, or its texts alone.
+    QStringList drawn(int page) const
+    {
+        QStringList drawn;
+        for (const QString& e : out.rec.page(page))
+            if (e.startsWith(QLatin1String("T ")) || e.startsWith(QLatin1String("L "))) drawn << e;
+        return drawn;
+    }
+    QStringList texts(int page) const
+    {
+        QStringList texts;
+        for (const QString& e : out.rec.page(page))
+            if (e.startsWith(QLatin1String("T "))) texts << e.section(QLatin1Char(' '), 2);
+        return texts;
+    }
 };
 
 inline void writeFile(const QString& path, const QByteArray& bytes)

@@ -13,38 +13,26 @@ const QStringList kLines = {"<AREA>10000,14000", "<SIZE>10", "<LOCATE>0,1000", "
 
 QVariant yen(qint64 y) { return moneyVariant(Money::fromYen(y)); }
 
-struct Report {
-    PageRun run;
+// A document of kFields over rows held by the run.
+struct Report : PageRun {
     std::unique_ptr<ReportRows> rows;
     bool printRows(std::unique_ptr<ReportRows> r, const QList<VtmlField>& fields = kFields,
                    const QStringList& lines = kLines, ReportForm* form = nullptr, const std::function<void()>& setup = {})
     {
         rows = std::move(r);
-        return run.print(rows.get(), fields, lines, form, setup);
+        return PageRun::print(rows.get(), fields, lines, form, setup);
     }
     bool print(const QList<QVariantList>& data, const QList<VtmlField>& fields = kFields,
                const QStringList& lines = kLines, ReportForm* form = nullptr, const std::function<void()>& setup = {})
     {
         return printRows(listRows({"Code", "Gaku"}, data), fields, lines, form, setup);
     }
-    QStringList drawn(int page) const
-    {
-        QStringList out;
-        for (const QString& e : run.out.rec.page(page))
-            if (e.startsWith(QLatin1String("T ")) || e.startsWith(QLatin1String("L "))) out << e;
-        return out;
-    }
-    QStringList texts(int page) const
-    {
-        QStringList out;
-        for (const QString& e : run.out.rec.page(page))
-            if (e.startsWith(QLatin1String("T "))) out << e.section(QLatin1Char(' '), 2);
-        return out;
-    }
-    int pages() const { return run.out.rec.ended; }
 };
 
-TEST(Pb, ExactlyRowsPerPageIsOnePageWithHeadingRowsAndTotalsInPlace)
+// Exactly RowsPerPage rows: one page with every cell in place. One more: a second page from the
+// top with its page total and the running total. None: the heading and zero totals, and
+// DataEnded never set.
+TEST(Pb, RowsPerPageOneMoreAndNone)
 {
     Report r;
     ASSERT_TRUE(r.print({{"A1", yen(1234)}, {"A2", yen(2000)}}));
@@ -59,24 +47,17 @@ TEST(Pb, ExactlyRowsPerPageIsOnePageWithHeadingRowsAndTotalsInPlace)
         "L 0,2400 10000,2400"}));
     EXPECT_TRUE(PbDataEnded());
     EXPECT_EQ(VtmlPageNo(), 2);
-}
 
-TEST(Pb, OneRowMoreGivesASecondPageWithPageAndRunningTotals)
-{
-    Report r;
-    ASSERT_TRUE(r.print({{"A1", yen(1234)}, {"A2", yen(2000)}, {"A3", yen(5)}}));
-    ASSERT_EQ(r.pages(), 2);
-    EXPECT_EQ(r.texts(2), (QStringList{"コード", "金額", "A3", "        5",
-                                       "頁計：", "        5", "累計：", "    3,239"}));
-    EXPECT_EQ(r.drawn(2).at(4), "T 700,1340         5");   // the second page starts at the top again
-}
+    Report more;
+    ASSERT_TRUE(more.print({{"A1", yen(1234)}, {"A2", yen(2000)}, {"A3", yen(5)}}));
+    ASSERT_EQ(more.pages(), 2);
+    EXPECT_EQ(more.texts(2), (QStringList{"コード", "金額", "A3", "        5", "頁計：", "        5", "累計：", "    3,239"}));
+    EXPECT_EQ(more.drawn(2).at(4), "T 700,1340         5");
 
-TEST(Pb, EmptyRowsGiveOnePageOfHeadingAndZeroTotalsWithoutDataEnded)
-{
-    Report r;
-    ASSERT_TRUE(r.print({}));
-    EXPECT_EQ(r.pages(), 1);
-    EXPECT_EQ(r.texts(1), (QStringList{"コード", "金額", "頁計：", "        0", "累計：", "        0"}));
+    Report none;
+    ASSERT_TRUE(none.print({}));
+    EXPECT_EQ(none.pages(), 1);
+    EXPECT_EQ(none.texts(1), (QStringList{"コード", "金額", "頁計：", "        0", "累計：", "        0"}));
     EXPECT_FALSE(PbDataEnded());
     EXPECT_EQ(VtmlPageNo(), 2);
 }
@@ -181,7 +162,7 @@ TEST(Pb, NoHeadRuleNoTotalsAndDataEndedOnTheLastPageOnly)
         PbSetNoTotals(true);
     }));
     EXPECT_EQ(form.ended, (QList<bool>{false, true}));
-    EXPECT_TRUE(r.run.rec().only("L ").isEmpty());
+    EXPECT_TRUE(r.rec().only("L ").isEmpty());
     EXPECT_EQ(r.texts(2), (QStringList{"コード", "金額", "C", "        3", "以上"}));
     EXPECT_EQ(r.drawn(2).last(), "T 100,9000 以上");
 }
@@ -236,7 +217,7 @@ TEST(Pb, AMistakeOfTheReportStopsTheDocumentWithNothingHalf)
     for (const Case& c : cases) {
         Report r;
         EXPECT_FALSE(r.print({{"A", yen(1)}}, c.fields, c.lines, nullptr, c.setup)) << c.what;
-        EXPECT_EQ(r.run.told(), QStringList{c.message}) << c.what;
+        EXPECT_EQ(r.told(), QStringList{c.message}) << c.what;
         EXPECT_EQ(r.pages(), 0) << c.what;
     }
 
@@ -249,8 +230,8 @@ TEST(Pb, AMistakeOfTheReportStopsTheDocumentWithNothingHalf)
     for (int i = 0; i < 6; ++i) data << QVariantList{QStringLiteral("A"), yen(i)};
     EXPECT_FALSE(r.print(data, {low}, {"<LOCATE>0,2000", "<DTPOS>", "<ZOUBUN>240", "<DTCNT>10"}));
     EXPECT_EQ(r.pages(), 0);
-    EXPECT_EQ(r.run.rec().log.last(), "DROP");
-    EXPECT_TRUE(r.run.told().value(0).startsWith("エラー：6 "));
+    EXPECT_EQ(r.rec().log.last(), "DROP");
+    EXPECT_TRUE(r.told().value(0).startsWith("エラー：6 "));
 }
 
 TEST(Pb, RowsOfAStatementGiveMoneyColumnsAsMoneyAndAFailedStatementStops)
@@ -271,8 +252,8 @@ TEST(Pb, RowsOfAStatementGiveMoneyColumnsAsMoneyAndAFailedStatementStops)
 
     Report failed;
     EXPECT_FALSE(failed.printRows(queryRows(db, QStringLiteral("SELECT Nothing FROM Dud")), {kFields[0]}));
-    EXPECT_TRUE(failed.run.told().value(0).startsWith("エラー：")) << failed.run.told().value(0).toStdString();
-    EXPECT_TRUE(failed.run.told().value(0).contains("Nothing"));
+    EXPECT_TRUE(failed.told().value(0).startsWith("エラー：")) << failed.told().value(0).toStdString();
+    EXPECT_TRUE(failed.told().value(0).contains("Nothing"));
     EXPECT_EQ(failed.pages(), 0);
     q = QSqlQuery();
     db.close();
