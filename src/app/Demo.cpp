@@ -62,9 +62,9 @@ int runDemo(const QStringList& args)
     }
     std::fprintf(stdout, "%s\n", qPrintable(QStringLiteral(
         "%1 に見本の会社を作成しました: 得意先 %2 (納入先 %3)、仕入先 %4、商品 %5、単価 %6、"
-        "売上伝票 %7 (明細 %8)、仕入伝票 %9 (明細 %10)、%11 秒")
+        "売上伝票 %7 (明細 %8)、仕入伝票 %9 (明細 %10)、入金伝票 %11、支払伝票 %12、%13 秒")
         .arg(QDir(args[1]).absolutePath()).arg(s.customers).arg(s.destinations).arg(s.suppliers)
         .arg(s.products).arg(s.prices).arg(s.salesSlips).arg(s.salesLines).arg(s.purchaseSlips)
-        .arg(s.purchaseLines).arg(s.seconds, 0, 'f', 1)));
+        .arg(s.purchaseLines).arg(s.deposits).arg(s.payments).arg(s.seconds, 0, 'f', 1)));
     return 0;
 }

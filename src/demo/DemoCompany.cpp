@@ -10,6 +10,9 @@
 #include "shell/MenuCaptions.h"
 #include "store/NewCompany.h"
 #include "store/Sql.h"
+#include "demo/DemoBilling.h"
+#include "demo/DemoCash.h"
+#include "demo/DemoCashPlan.h"
 #include "demo/DemoMasters.h"
 #include "demo/DemoRandom.h"
 #include "demo/DemoSlips.h"
@@ -73,11 +76,20 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
     const DemoMasterData data = buildDemoMasters(rnd, year, startMonth, options.customers);
     DemoSlipCounts counts;
     DemoCounters counters;
+    DemoBilling billing(demoTaxRates());
+    DemoCashCounts cash;
     QString err;
-    // Slips first: the office counters of the master file follow from them.
-    const bool ok =
-        fillFile(slip, [&](QSqlDatabase& db) { return writeDemoSlips(db, data, options.slips, rnd, counts, counters, &err); }, &err)
+    // Slips first: the office counters of the master file follow from them. The money comes
+    // last, saved as the deposit screen saves it, into both files at once.
+    bool ok =
+        fillFile(slip, [&](QSqlDatabase& db) { return writeDemoSlips(db, data, options.slips, rnd, counts, counters, billing, &err); }, &err)
         && fillFile(master, [&](QSqlDatabase& db) { return writeDemoMasters(db, data, counters, &err); }, &err);
+    QElapsedTimer cashTimer;
+    cashTimer.start();
+    if (ok) {
+        const QList<DemoCashSlip> plan = planDemoCash(data, billing.customerBills(), billing.supplierBills(), rnd);
+        ok = writeDemoCash(master, slip, year, startMonth, plan, cash, &err);
+    }
     if (!ok) {
         removeNewCompany(root, year);
         if (!rootExisted) QDir().rmdir(root);
@@ -93,6 +105,10 @@ bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* 
         summary->salesLines = counts.salesLines;
         summary->purchaseSlips = counts.purchases;
         summary->purchaseLines = counts.purchaseLines;
+        summary->deposits = cash.deposits;
+        summary->payments = cash.payments;
+        summary->cashRows = cash.rows;
+        summary->cashSeconds = static_cast<double>(cashTimer.elapsed()) / 1000.0;
         summary->seconds = static_cast<double>(timer.elapsed()) / 1000.0;
     }
     return true;

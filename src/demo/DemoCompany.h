@@ -1,6 +1,6 @@
 #pragma once
-// `velmora demo`: a believable small wholesaler with a year of sales and purchases, for trying
-// the program and for measuring it.
+// `velmora demo`: a believable small wholesaler with a year of sales and purchases, paid for
+// by deposits and payments, for trying the program and for measuring it.
 #include <cstdint>
 #include <QString>
 
@@ -21,11 +21,16 @@ struct DemoSummary {
     int salesLines = 0;
     int purchaseSlips = 0;
     int purchaseLines = 0;
+    int deposits = 0;
+    int payments = 0;
+    int cashRows = 0;      // rows of deposits and payments
     double seconds = 0;
+    double cashSeconds = 0;   // of which the deposits and payments
 };
 
-// Creates the company in `dir` as `velmora new` does and fills it, each file in one
-// transaction. Refuses a folder that already holds a store, changing nothing. On any failure
-// `error` says why and nothing that was created is left behind.
+// Creates the company in `dir` as `velmora new` does and fills it: each file in one
+// transaction, then the deposits and payments in one more. Refuses a folder that already
+// holds a store, changing nothing. On any failure `error` says why and nothing that was
+// created is left behind.
 bool createDemoCompany(const QString& dir, const DemoOptions& options, QString* error,
                        DemoSummary* summary = nullptr);

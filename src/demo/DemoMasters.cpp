@@ -10,6 +10,13 @@ const int kSuppliers = 30;
 const int kProducts = 500;
 const int kStaff = 8;
 const int kSalesStaff = 6;   // staff 7 and 8 work in the office
+// Staff 6 sells from the Osaka office, which also serves the partners of the Kansai and
+// Chubu district. A partner deals with one office only.
+const short kOsakaStaff = 6;
+const short kOsakaDistrict = 8;
+const short kOsakaOffice = 2;
+
+short officeOf(short tan, short cku) { return tan == kOsakaStaff || cku == kOsakaDistrict ? kOsakaOffice : 1; }
 
 QStringList cols(const char* names) { return QString::fromLatin1(names).split(QLatin1Char(' '), Qt::SkipEmptyParts); }
 
@@ -143,7 +150,7 @@ void Builder::suppliers()
         static const int hsuW[] = {70, 20, 10};
         s.rule.HsuType = static_cast<short>(1 + r.weighted(typeW));
         s.rule.Hsu = static_cast<short>(1 + r.weighted(hsuW));
-        const short simeFlag = static_cast<short>(i < 2 ? 1 + i : (r.chance(6, 10) ? 1 : 2));
+        s.simeFlag = static_cast<short>(i < 2 ? 1 + i : (r.chance(6, 10) ? 1 : 2));
         s.weight = r.chance(1, 5) ? r.range(8, 20) : r.range(1, 6);
         s.cashPercent = r.chance(1, 10) ? 50 : 3;
 
@@ -152,18 +159,22 @@ void Builder::suppliers()
         const DemoWord c = core(demoSupplierSuffixes(), &name, &kana);
         const QString full = demoU(prefixes[r.below(6)]) + name;
         const DemoPlace& p = place(false);
+        s.office = officeOf(s.tan, p.cku);
         const QString tel = demoPhone(r, p.area);
         const DemoWord& bank = pick(demoBanks());
         const DemoWord& branch = pick(demoBankBranches());
         static const int shiW[] = {10, 2, 70, 15, 2, 1};
+        s.shicode = static_cast<short>(1 + r.weighted(shiW));
+        const int fCode = r.range(1, 3), aCode = r.range(1, 2);
+        s.tesuryo = static_cast<short>(r.range(1, 2));
+        s.saito = static_cast<short>(r.chance(1, 4) ? 90 : 0);
         t.rows.append({s.code, s.sbn, demoKana(kana, 10), demoText(full, 20), demoText(QString(), 20),
                        demoText(name, 10), r.range(1, 9), demoText(person(), 10), 2, tel, demoFax(tel),
                        demoYubin(p.zip), demoText(demoU(p.city) + demoU(p.town), 30),
                        demoText(demoStreet(r, demoU(c.text)), 30), s.rule.Zeituuchi, s.rule.HsuType, s.rule.Hsu,
-                       1 + r.weighted(shiW), s.tan, p.cku, simeFlag, s.rule.Sime, demoText(demoU(bank.text), 20),
+                       s.shicode, s.tan, p.cku, s.simeFlag, s.rule.Sime, demoText(demoU(bank.text), 20),
                        demoText(demoU(branch.text), 20), r.chance(4, 5) ? 1 : 2, demoDigits(r, 7),
-                       demoKana(kana, 20), r.range(1, 3), r.range(1, 2), r.range(1, 2),
-                       r.chance(1, 4) ? 90 : 0, s.code});
+                       demoKana(kana, 20), fCode, aCode, s.tesuryo, s.saito, s.code});
         d.suppliers.append(s);
     }
     add(t);
@@ -280,8 +291,8 @@ void Builder::customers()
         }
         c.weight = r.chance(1, 10) ? r.range(20, 40) : r.range(1, 10);
         static const int shiW[] = {10, 2, 70, 15, 2, 1};
-        const int shicode = 1 + r.weighted(shiW);
-        c.cashPercent = shicode == 1 ? 60 : 3;
+        c.shicode = static_cast<short>(1 + r.weighted(shiW));
+        c.cashPercent = c.shicode == 1 ? 60 : 3;
 
         const bool small = c.tbn == 1 || c.tbn == 3;
         const int pre = small ? r.weighted({50, 25, 25}) : r.weighted({15, 15, 70});
@@ -289,19 +300,24 @@ void Builder::customers()
         QString name, kana;
         const DemoWord co = core(demoCustomerSuffixes(c.tbn), &name, &kana);
         const DemoPlace& p = place(true);
+        c.office = officeOf(c.tan, p.cku);
+        // The Osaka office sells on account only: ledger processing books every cash sale in
+        // the office that runs it, and would put Osaka's cash into the head office's ledger.
+        if (c.office != 1) c.cashPercent = 0;
         const QString tel = demoPhone(r, p.area);
         static const int kHiW[] = {20, 10, 20, 20, 30};
         static const short kHis[] = {10, 15, 20, 25, 31};
         static const int ktW[] = {10, 75, 15};
         static const int rankW[] = {40, 30, 15, 10, 5};
+        c.kTuki = static_cast<short>(1 + r.weighted(ktW));
+        c.kHi = kHis[r.weighted(kHiW)];
         t.rows.append({c.code, c.tbn, demoKana(kana, 10), demoText(demoU(prefixes[pre]) + name, 20),
                        demoText(name, 10), demoText(r.chance(3, 10) ? demoU(pick(demoShopNames()).text) : QString(), 20),
                        r.range(1, 9), demoText(r.chance(4, 5) ? person() : QString(), 10),
                        small && r.chance(1, 3) ? 1 : 2, tel, r.chance(7, 10) ? demoFax(tel) : QStringLiteral(" "),
                        demoYubin(p.zip), demoText(demoU(p.city) + demoU(p.town), 30),
                        demoText(demoStreet(r, demoU(co.text)), 30), c.tan, 1 + r.weighted(rankW),
-                       c.rule.Zeituuchi, c.rule.HsuType, c.rule.Hsu, c.rule.Sime, shicode, 1 + r.weighted(ktW),
-                       kHis[r.weighted(kHiW)],
+                       c.rule.Zeituuchi, c.rule.HsuType, c.rule.Hsu, c.rule.Sime, c.shicode, c.kTuki, c.kHi,
                        Money::fromYen(r.chance(3, 10) ? 0 : 10000LL * r.range(5, 300)).toStore(), p.cku, 0,
                        r.range(1, 3)});
 
@@ -358,14 +374,16 @@ void Builder::destinations()
             dest.code = k;
             const DemoPlace& p = branchPlace(demoU(br.text));
             const QString tel = demoPhone(r, p.area);
-            // The invoice mostly goes to the customer; some branches settle their own.
-            const short seiFlag = d.destinations.isEmpty() ? 2 : (d.destinations.size() == 1 ? 1 : (r.chance(1, 4) ? 2 : 1));
+            // The invoice mostly goes to the customer; a few branches settle their own. Their
+            // sales stay in the customer's own ledger row while their money does not, so the
+            // customer's balance keeps them: few, as in a real book.
+            dest.seiFlag = d.destinations.isEmpty() ? 2 : (d.destinations.size() == 1 ? 1 : (r.chance(1, 20) ? 2 : 1));
             const QString owner = customerRyaku[c.code - 1001];
             t.rows.append({c.code, k, demoKana(demoU(br.kana), 10), demoText(owner + demoU(br.text), 20),
                            demoText(demoU(br.text), 10), demoText(QString(), 20), r.range(1, 9),
                            demoText(r.chance(1, 2) ? person() : QString(), 10), 2, demoYubin(p.zip),
                            demoText(demoU(p.city) + demoU(p.town), 30), demoText(demoStreet(r, QString()), 30),
-                           tel, demoFax(tel), seiFlag, p.cku});
+                           tel, demoFax(tel), dest.seiFlag, p.cku});
             const int m = r.range(3, 12);
             while (dest.nkaProducts.size() < m) {
                 // Mostly the customer's own lines, sometimes a product of the branch alone.

@@ -39,9 +39,13 @@ struct DemoCustomer {
     short tbn = 0;
     short tan = 0;
     qint32 seikyu = 0;   // billing customer, 0 bills itself
+    short office = 1;    // the office that sells to it
     DemoPartnerRule rule;
     int weight = 1;      // how often it buys
     int cashPercent = 0; // share of cash slips
+    short shicode = 3;   // usual way of paying, the money kinds 1..6
+    short kTuki = 2;     // collection month: 1 the closing month, 2 the next, 3 the one after
+    short kHi = 31;      // collection day, 31 the end of the month
     QHash<int, Money> tka;       // product index -> price
     QList<int> tkaProducts;
     QList<int> destinations;     // indexes into DemoMasterData::destinations
@@ -50,6 +54,7 @@ struct DemoCustomer {
 struct DemoDestination {
     qint32 torCode = 0;
     qint32 code = 0;
+    short seiFlag = 1;   // 2: billed on its own, it pays its own invoices
     QHash<int, Money> nka;
     QList<int> nkaProducts;
 };
@@ -58,9 +63,14 @@ struct DemoSupplier {
     qint32 code = 0;
     short sbn = 0;
     short tan = 0;
+    short office = 1;    // the office that buys from it
     DemoPartnerRule rule;
     int weight = 1;
     int cashPercent = 0;
+    short shicode = 3;   // how the company pays it, the money kinds 1..6
+    short simeFlag = 1;  // 2: its own closing day rules its payments too
+    short tesuryo = 2;   // transfer fee borne by 1 the supplier, 2 the company
+    short saito = 0;     // days of its bills, 0 none agreed
     QHash<int, Money> ska;
     QList<int> products;         // what it delivers
 };

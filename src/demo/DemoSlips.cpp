@@ -8,6 +8,7 @@
 #include "slips/SlipTax.h"
 #include "store/Schema.h"
 #include "store/Sql.h"
+#include "demo/DemoBilling.h"
 #include "demo/DemoInsert.h"
 #include "demo/DemoText.h"
 
@@ -93,8 +94,8 @@ struct SlipKind {
 
 class SlipWriter {
 public:
-    SlipWriter(QSqlDatabase db, const DemoMasterData& d, DemoRandom& r)
-        : d_(d), r_(r),
+    SlipWriter(QSqlDatabase db, const DemoMasterData& d, DemoRandom& r, DemoBilling& billing)
+        : d_(d), r_(r), billing_(billing),
           dur_(db, "Dur", "Dno EigCode Hizuke TanCode TbnCode TorCode TorCodeSei NouCode Tekiyo SNo Kubun", "Dud", "TorCode"),
           dsr_(db, "Dsr", "Dno EigCode Hizuke TanCode SbnCode SirCode Tekiyo SNo Kubun", "Dsd", "SirCode"),
           customers_(d.customers, [](const DemoCustomer& c) { return c.weight; }),
@@ -104,8 +105,9 @@ public:
 
     bool ok() const { return dur_.ok() && dsr_.ok(); }
     QString error() const { return dur_.ok() ? dsr_.error() : dur_.error(); }
-    bool sale(Day& day, short office, DemoSlipCounts& counts, DemoCounters& counters);
-    bool purchase(Day& day, short office, DemoSlipCounts& counts, DemoCounters& counters);
+    // A slip of a partner drawn by its weight, in the partner's own office.
+    bool sale(Day& day, DemoSlipCounts& counts, DemoCounters& counters);
+    bool purchase(Day& day, DemoSlipCounts& counts, DemoCounters& counters);
     QString failure;
 
 private:
@@ -113,12 +115,14 @@ private:
     int quantityLimit(const DemoProduct& p, bool sales) const;
     void planLines(QList<Line>& lines, bool sales, const std::function<int()>& product,
                    const std::function<Money(int)>& price);
-    bool writeLines(SlipKind& kind, qint32 dno, short office, Day& day, qint32 partner,
+    // `nou`: the slip's destination; `cash`: a cash slip.
+    bool writeLines(SlipKind& kind, qint32 dno, short office, Day& day, qint32 partner, qint32 nou, bool cash,
                     const DemoPartnerRule& rule, QList<Line>& lines);
     QVariant remark(bool returns);
 
     const DemoMasterData& d_;
     DemoRandom& r_;
+    DemoBilling& billing_;
     SlipKind dur_;
     SlipKind dsr_;
     Picker customers_;
@@ -196,8 +200,8 @@ void SlipWriter::planLines(QList<Line>& lines, bool sales, const std::function<i
     }
 }
 
-bool SlipWriter::writeLines(SlipKind& kind, qint32 dno, short office, Day& day, qint32 partner,
-                            const DemoPartnerRule& rule, QList<Line>& lines)
+bool SlipWriter::writeLines(SlipKind& kind, qint32 dno, short office, Day& day, qint32 partner, qint32 nou,
+                            bool cash, const DemoPartnerRule& rule, QList<Line>& lines)
 {
     tax_.resize(static_cast<size_t>(lines.size()));
     for (qsizetype i = 0; i < lines.size(); ++i) {
@@ -211,6 +215,12 @@ bool SlipWriter::writeLines(SlipKind& kind, qint32 dno, short office, Day& day, 
     }
     calcSlipTax(rates_, tax_, rule.Zeituuchi, day.date, rule.HsuType, rule.Hsu);
     const short g = getudo(day, rule.Sime);
+    const bool sales = &kind == &dur_;
+    const DemoLedgerMonth at{office, partner, nou, g};
+    for (const SlipLineTax& t : tax_) {
+        if (sales) billing_.addSale(at, rule, cash, day.date, t);
+        else billing_.addPurchase(at, rule, cash, day.date, t);
+    }
     DemoInsert& ins = *kind.lines[static_cast<size_t>(lines.size() - 1)];
     const QVariant vDno(dno), vOffice(office), vPartner(partner), vGetudo(g);
     for (qsizetype i = 0; i < lines.size(); ++i) {
@@ -243,12 +253,13 @@ QVariant SlipWriter::remark(bool returns)
     return demoU(demoRemarks()[r_.below(demoRemarks().size())]);
 }
 
-bool SlipWriter::sale(Day& day, short office, DemoSlipCounts& counts, DemoCounters& counters)
+bool SlipWriter::sale(Day& day, DemoSlipCounts& counts, DemoCounters& counters)
 {
     const DemoCustomer& c = d_.customers[customers_.pick(r_)];
+    const short office = c.office;
+    // The slip screen asks a customer with destinations for one of them.
     const DemoDestination* dest = nullptr;
-    if (!c.destinations.isEmpty() && r_.chance(35, 100))
-        dest = &d_.destinations[c.destinations[r_.below(c.destinations.size())]];
+    if (!c.destinations.isEmpty()) dest = &d_.destinations[c.destinations[r_.below(c.destinations.size())]];
     if (getudo(day, c.rule.Sime) < 1) {
         failure = QStringLiteral("対象年度の範囲内ではありません。");
         return false;
@@ -284,18 +295,21 @@ bool SlipWriter::sale(Day& day, short office, DemoSlipCounts& counts, DemoCounte
     h.set(7, dest ? dest->code : 0);
     h.set(8, remark(returns));
     h.set(9, 0);
-    h.set(10, r_.chance(c.cashPercent, 100) ? 1 : 0);
-    if (!h.exec() || !writeLines(dur_, dno, office, day, c.code, c.rule, lines)) return false;
+    const bool cash = r_.chance(c.cashPercent, 100);
+    h.set(10, cash ? 1 : 0);
+    if (!h.exec() || !writeLines(dur_, dno, office, day, c.code, dest ? dest->code : 0, cash, c.rule, lines))
+        return false;
     ++counts.sales;
     counts.salesLines += static_cast<int>(lines.size());
     return true;
 }
 
-bool SlipWriter::purchase(Day& day, short office, DemoSlipCounts& counts, DemoCounters& counters)
+bool SlipWriter::purchase(Day& day, DemoSlipCounts& counts, DemoCounters& counters)
 {
     const int si = suppliers_.pick(r_);
-    if (si < 0) return sale(day, office, counts, counters);
+    if (si < 0) return sale(day, counts, counters);
     const DemoSupplier& s = d_.suppliers[si];
+    const short office = s.office;
     // The slip screen takes the supplier's own closing day, whatever its flag says.
     if (getudo(day, s.rule.Sime) < 1) {
         failure = QStringLiteral("対象年度の範囲内ではありません。");
@@ -318,8 +332,9 @@ bool SlipWriter::purchase(Day& day, short office, DemoSlipCounts& counts, DemoCo
     h.set(5, s.code);
     h.set(6, remark(returns));
     h.set(7, 0);
-    h.set(8, r_.chance(s.cashPercent, 100) ? 1 : 0);
-    if (!h.exec() || !writeLines(dsr_, dno, office, day, s.code, s.rule, lines)) return false;
+    const bool cash = r_.chance(s.cashPercent, 100);
+    h.set(8, cash ? 1 : 0);
+    if (!h.exec() || !writeLines(dsr_, dno, office, day, s.code, 0, cash, s.rule, lines)) return false;
     ++counts.purchases;
     counts.purchaseLines += static_cast<int>(lines.size());
     return true;
@@ -343,10 +358,10 @@ QList<Day> workingDays(int nendo, short sTuki)
 }
 
 bool fillSlips(QSqlDatabase db, const DemoMasterData& data, int slips, DemoRandom& rnd, DemoSlipCounts& counts,
-               DemoCounters& counters, QString* error)
+               DemoCounters& counters, DemoBilling& billing, QString* error)
 {
     auto fail = [&](const QString& m) { if (error) *error = m; return false; };
-    SlipWriter w(db, data, rnd);
+    SlipWriter w(db, data, rnd, billing);
     if (!w.ok()) return fail(w.error());
     QList<Day> days = workingDays(data.nendo, data.sTuki);
     for (short office : demoOffices().keys()) {
@@ -357,9 +372,7 @@ bool fillSlips(QSqlDatabase db, const DemoMasterData& data, int slips, DemoRando
     for (int i = 0; i < slips; ++i) {
         // Spread evenly over the year, so the numbers rise with the dates.
         Day& day = days[static_cast<qsizetype>(static_cast<qint64>(i) * nDays / slips)];
-        const short office = rnd.chance(85, 100) ? 1 : 2;
-        const bool ok = rnd.chance(70, 100) ? w.sale(day, office, counts, counters)
-                                            : w.purchase(day, office, counts, counters);
+        const bool ok = rnd.chance(70, 100) ? w.sale(day, counts, counters) : w.purchase(day, counts, counters);
         if (!ok) return fail(w.failure.isEmpty() ? w.error() : w.failure);
     }
     return true;
@@ -368,7 +381,7 @@ bool fillSlips(QSqlDatabase db, const DemoMasterData& data, int slips, DemoRando
 } // namespace
 
 bool writeDemoSlips(QSqlDatabase db, const DemoMasterData& data, int slips, DemoRandom& rnd,
-                    DemoSlipCounts& counts, DemoCounters& counters, QString* error)
+                    DemoSlipCounts& counts, DemoCounters& counters, DemoBilling& billing, QString* error)
 {
     auto fail = [&](const QString& m) { if (error) *error = m; return false; };
     if (data.customers.isEmpty() || data.products.isEmpty()) return fail(QStringLiteral("マスターがありません。"));
@@ -382,7 +395,7 @@ bool writeDemoSlips(QSqlDatabase db, const DemoMasterData& data, int slips, Demo
         if (execSql(db, QStringLiteral("DROP INDEX %1").arg(st.section(QLatin1Char(' '), 2, 2)), {}, &e) != ErrorClass::None)
             return fail(e.text());
     }
-    if (!fillSlips(db, data, slips, rnd, counts, counters, error)) return false;
+    if (!fillSlips(db, data, slips, rnd, counts, counters, billing, error)) return false;
     for (const QString& st : indexes) {
         QSqlError e;
         if (execSql(db, st, {}, &e) != ErrorClass::None) return fail(e.text());

@@ -5,6 +5,7 @@
 #include <QString>
 #include "demo/DemoMasters.h"
 
+class DemoBilling;
 class DemoRandom;
 
 struct DemoSlipCounts {
@@ -15,6 +16,7 @@ struct DemoSlipCounts {
 };
 
 // Writes `slips` slips spread over the fiscal year of `data` into the slip file `db`, inside
-// the caller's transaction. `counters` gets the next number of each office.
+// the caller's transaction. `counters` gets the next number of each office, `billing` what
+// each line adds to its partner's bill.
 bool writeDemoSlips(QSqlDatabase db, const DemoMasterData& data, int slips, DemoRandom& rnd,
-                    DemoSlipCounts& counts, DemoCounters& counters, QString* error);
+                    DemoSlipCounts& counts, DemoCounters& counters, DemoBilling& billing, QString* error);

@@ -12,70 +12,11 @@
 #include "store/Sql.h"
 #include "demo/DemoCompany.h"
 #include "demo/DemoMasters.h"
+#include "DemoFixture.h"
 
 namespace {
 
-const int kYear = 2026;
-
-using Rows = QList<QVariantList>;
-
-// One connection on a demo company: the master file with the year's slips attached.
-class DemoStore {
-public:
-    DemoStore(const QString& dir, const QString& name) : name_(name)
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name_);
-        db.setDatabaseName(dir + QStringLiteral("/MASTER.db"));
-        ok_ = db.open()
-              && execSql(db, QStringLiteral("ATTACH DATABASE ? AS slip"),
-                         {dir + QStringLiteral("/%1/SLIP.db").arg(kYear)}) == ErrorClass::None;
-    }
-    ~DemoStore()
-    {
-        { QSqlDatabase::database(name_).close(); }
-        QSqlDatabase::removeDatabase(name_);
-    }
-    bool ok() const { return ok_; }
-    QSqlDatabase db() const { return QSqlDatabase::database(name_); }
-    int count(const QString& sql, const QVariantList& args = {}) const { return scalar(db(), sql, args).toInt(); }
-    Rows rows(const QString& sql) const
-    {
-        Rows out;
-        Query q(db(), sql);
-        EXPECT_TRUE(q.ok()) << qPrintable(sql) << " " << qPrintable(q.error().text());
-        while (q.next()) {
-            QVariantList r;
-            for (int i = 0; i < q.raw().record().count(); ++i) r << q.value(i);
-            out << r;
-        }
-        return out;
-    }
-    // Every row of a table in its stored order, as one text.
-    QString dump(const QString& table) const
-    {
-        QString s;
-        for (const QVariantList& r : rows(QStringLiteral("SELECT * FROM %1 ORDER BY rowid").arg(table))) {
-            for (const QVariant& v : r) s += v.toString() + QLatin1Char('|');
-            s += QLatin1Char('\n');
-        }
-        return s;
-    }
-private:
-    QString name_;
-    bool ok_ = false;
-};
-
-QString makeDemo(const QTemporaryDir& tmp, const QString& sub, int slips, uint64_t seed)
-{
-    const QString dir = tmp.filePath(sub);
-    DemoOptions o;
-    o.slips = slips;
-    o.seed = seed;
-    o.year = kYear;
-    QString err;
-    EXPECT_TRUE(createDemoCompany(dir, o, &err)) << qPrintable(err);
-    return dir;
-}
+using namespace demotest;
 
 // File names, sizes, times and contents under a folder.
 QString snapshot(const QString& dir)
@@ -123,7 +64,8 @@ TEST_F(DemoCompanyTest, SameSeedGivesTheSameCompany)
     QTemporaryDir tmp;
     DemoStore same(makeDemo(tmp, "same", 300, 7), "DemoSame");
     DemoStore other(makeDemo(tmp, "other", 300, 8), "DemoOther");
-    for (const char* t : {"Dur", "Dud", "Dsr", "Dsd", "Tor", "Nou", "Hin", "Tka", "Nka", "Ska", "Eig"}) {
+    for (const char* t : {"Dur", "Dud", "Dsr", "Dsd", "Dny", "Dsh", "Tto", "TtoD", "Tsi", "TsiD", "Tor", "Nou", "Sir", "Hin",
+                          "Tka", "Nka", "Ska", "Eig"}) {
         const QString mine = s().dump(t);
         EXPECT_GT(mine.size(), 0) << t;
         EXPECT_EQ(same.dump(t), mine) << t;
@@ -210,14 +152,39 @@ TEST_F(DemoCompanyTest, HeadsAndLinesAgree)
 
 TEST_F(DemoCompanyTest, OfficeCountersFollowTheHighestNumber)
 {
-    const Rows offices = s().rows("SELECT Code, DurNo, DsrNo FROM Eig ORDER BY Code");
+    const Rows offices = s().rows("SELECT Code FROM Eig ORDER BY Code");
     ASSERT_GE(offices.size(), 2);
-    for (const QVariantList& o : offices) {
-        const int code = o[0].toInt();
-        EXPECT_EQ(o[1].toInt(), s().count("SELECT coalesce(max(Dno), 0) + 1 FROM Dur WHERE EigCode = ?", {code})) << code;
-        EXPECT_EQ(o[2].toInt(), s().count("SELECT coalesce(max(Dno), 0) + 1 FROM Dsr WHERE EigCode = ?", {code})) << code;
-    }
-    EXPECT_GT(s().count("SELECT count(*) FROM Dur WHERE EigCode = ?", {2}), 0);
+    for (const auto& [counter, table] : {std::pair{"DurNo", "Dur"}, {"DsrNo", "Dsr"}, {"DnyNo", "Dny"}, {"DshNo", "Dsh"}})
+        for (const QVariantList& o : offices) {
+            const int code = o[0].toInt();
+            EXPECT_GT(s().count(QStringLiteral("SELECT count(*) FROM %1 WHERE EigCode = ?").arg(table), {code}), 0)
+                << table << " " << code;
+            EXPECT_EQ(s().count(QStringLiteral("SELECT %1 FROM Eig WHERE Code = ?").arg(counter), {code}),
+                      s().count(QStringLiteral("SELECT coalesce(max(Dno), 0) + 1 FROM %1 WHERE EigCode = ?").arg(table), {code}))
+                << counter << " " << code;
+        }
+}
+
+TEST_F(DemoCompanyTest, ASaleOfACustomerWithDestinationsNamesOneOfThem)
+{
+    // The slip screen refuses such a slip without its destination.
+    EXPECT_EQ(count("SELECT count(*) FROM Dur WHERE NouCode = 0 AND TorCode IN (SELECT TorCode FROM Nou)"), 0);
+    EXPECT_EQ(count("SELECT count(*) FROM Dur d WHERE NouCode <> 0 AND NOT EXISTS "
+                    "(SELECT 1 FROM Nou n WHERE n.TorCode = d.TorCode AND n.Code = d.NouCode)"), 0);
+    EXPECT_GT(count("SELECT count(*) FROM Dur WHERE NouCode <> 0"), 0);
+    EXPECT_GT(count("SELECT count(*) FROM Dur WHERE NouCode = 0"), 0);
+}
+
+TEST_F(DemoCompanyTest, APartnerDealsWithOneOffice)
+{
+    // Ledger processing sets a partner's balance from the months of the office that runs it,
+    // so a partner in two offices would carry the other office's balance.
+    for (const char* sql : {"SELECT TorCode AS p, EigCode FROM Dur UNION SELECT TorCode, EigCode FROM Dny",
+                            "SELECT SirCode AS p, EigCode FROM Dsr UNION SELECT SirCode, EigCode FROM Dsh"})
+        EXPECT_EQ(count(QStringLiteral("SELECT count(*) FROM (SELECT p FROM (%1) GROUP BY p HAVING count(*) > 1)").arg(sql)), 0)
+            << sql;
+    // The Osaka office sells on account only: its cash would be booked in the head office.
+    EXPECT_EQ(count("SELECT count(*) FROM Dur WHERE EigCode <> 1 AND Kubun = 1"), 0);
 }
 
 TEST_F(DemoCompanyTest, ReadingsAreHalfWidthKatakana)
