@@ -13,50 +13,29 @@ const QStringList kLines = {"<AREA>10000,14000", "<SIZE>10", "<LOCATE>0,1000", "
 
 QVariant yen(qint64 y) { return moneyVariant(Money::fromYen(y)); }
 
-QList<QVariantList> rowsOf(std::initializer_list<std::pair<const char*, QVariant>> rows)
-{
-    QList<QVariantList> out;
-    for (const auto& r : rows) out << QVariantList{QString::fromUtf8(r.first), r.second};
-    return out;
-}
-
-struct Report {
-    PageRun run;
+// A document of kFields over rows held by the run.
+struct Report : PageRun {
     std::unique_ptr<ReportRows> rows;
+    bool printRows(std::unique_ptr<ReportRows> r, const QList<VtmlField>& fields = kFields,
+                   const QStringList& lines = kLines, ReportForm* form = nullptr, const std::function<void()>& setup = {})
+    {
+        rows = std::move(r);
+        return PageRun::print(rows.get(), fields, lines, form, setup);
+    }
     bool print(const QList<QVariantList>& data, const QList<VtmlField>& fields = kFields,
-               const QStringList& lines = kLines, ReportForm* form = nullptr,
-               const std::function<void()>& setup = {}, const QStringList& columns = {"Code", "Gaku"})
+               const QStringList& lines = kLines, ReportForm* form = nullptr, const std::function<void()>& setup = {})
     {
-        rows = listRows(columns, data);
-        VtmlClear();
-        for (const VtmlField& f : fields) VtmlAddField(f);
-        PbSetRows(rows.get());
-        PbSetForm(form);
-        if (setup) setup();
-        for (const QString& l : lines) VtmlAddLine(l);
-        return run.print();
+        return printRows(listRows({"Code", "Gaku"}, data), fields, lines, form, setup);
     }
-    QStringList drawn(int page) const
-    {
-        QStringList out;
-        for (const QString& e : run.out.rec.page(page))
-            if (e.startsWith(QLatin1String("T ")) || e.startsWith(QLatin1String("L "))) out << e;
-        return out;
-    }
-    QStringList texts(int page) const
-    {
-        QStringList out;
-        for (const QString& e : run.out.rec.page(page))
-            if (e.startsWith(QLatin1String("T "))) out << e.section(QLatin1Char(' '), 2);
-        return out;
-    }
-    int pages() const { return run.out.rec.ended; }
 };
 
-TEST(Pb, ExactlyRowsPerPageIsOnePageWithHeadingRowsAndTotalsInPlace)
+// Exactly RowsPerPage rows: one page with every cell in place. One more: a second page from the
+// top with its page total and the running total. None: the heading and zero totals, and
+// DataEnded never set.
+TEST(Pb, RowsPerPageOneMoreAndNone)
 {
     Report r;
-    ASSERT_TRUE(r.print(rowsOf({{"A1", yen(1234)}, {"A2", yen(2000)}})));
+    ASSERT_TRUE(r.print({{"A1", yen(1234)}, {"A2", yen(2000)}}));
     EXPECT_EQ(r.pages(), 1);
     EXPECT_EQ(r.drawn(1), (QStringList{
         "T 0,1000 コード", "T 1200,1000 金額", "L 0,1240 10000,1240",
@@ -68,26 +47,17 @@ TEST(Pb, ExactlyRowsPerPageIsOnePageWithHeadingRowsAndTotalsInPlace)
         "L 0,2400 10000,2400"}));
     EXPECT_TRUE(PbDataEnded());
     EXPECT_EQ(VtmlPageNo(), 2);
-}
 
-TEST(Pb, OneRowMoreGivesASecondPageWithPageAndRunningTotals)
-{
-    Report r;
-    ASSERT_TRUE(r.print(rowsOf({{"A1", yen(1234)}, {"A2", yen(2000)}, {"A3", yen(5)}})));
-    ASSERT_EQ(r.pages(), 2);
-    EXPECT_EQ(r.texts(1), (QStringList{"コード", "金額", "A1", "    1,234", "A2", "    2,000",
-                                       "頁計：", "    3,234", "累計：", "    3,234"}));
-    EXPECT_EQ(r.texts(2), (QStringList{"コード", "金額", "A3", "        5",
-                                       "頁計：", "        5", "累計：", "    3,239"}));
-    EXPECT_EQ(r.drawn(2).at(4), "T 700,1340         5");   // the second page starts at the top again
-}
+    Report more;
+    ASSERT_TRUE(more.print({{"A1", yen(1234)}, {"A2", yen(2000)}, {"A3", yen(5)}}));
+    ASSERT_EQ(more.pages(), 2);
+    EXPECT_EQ(more.texts(2), (QStringList{"コード", "金額", "A3", "        5", "頁計：", "        5", "累計：", "    3,239"}));
+    EXPECT_EQ(more.drawn(2).at(4), "T 700,1340         5");
 
-TEST(Pb, EmptyRowsGiveOnePageOfHeadingAndZeroTotalsWithoutDataEnded)
-{
-    Report r;
-    ASSERT_TRUE(r.print({}));
-    EXPECT_EQ(r.pages(), 1);
-    EXPECT_EQ(r.texts(1), (QStringList{"コード", "金額", "頁計：", "        0", "累計：", "        0"}));
+    Report none;
+    ASSERT_TRUE(none.print({}));
+    EXPECT_EQ(none.pages(), 1);
+    EXPECT_EQ(none.texts(1), (QStringList{"コード", "金額", "頁計：", "        0", "累計：", "        0"}));
     EXPECT_FALSE(PbDataEnded());
     EXPECT_EQ(VtmlPageNo(), 2);
 }
@@ -143,15 +113,7 @@ TEST(Pb, ComputedCellsAndDigitCells)
     digits.Pitch = 50;
     const QList<VtmlField> fields = {makeField("名", "@0", "S", "4", 0), makeField("額", "@1", "N", "##,##0", 0, 1), digits};
     Report r;
-    r.rows = nullptr;
-    std::unique_ptr<ReportRows> rows = listRows({"Code", "Gaku"}, {{"山田", 123}});
-    form.rows = rows.get();
-    VtmlClear();
-    for (const VtmlField& f : fields) VtmlAddField(f);
-    PbSetRows(rows.get());
-    PbSetForm(&form);
-    for (const QString& l : kLines) VtmlAddLine(l);
-    ASSERT_TRUE(r.run.print());
+    ASSERT_TRUE(r.print({{"山田", 123}}, fields, kLines, &form, [&] { form.rows = r.rows.get(); }));
     // 名 is 400 wide, 額 600: the digit cells start at 1000, one blank (100) and 50 apart, on
     // the row counted from the data's top (the heading row is not counted). A text that is no
     // number stands as it is, and is summed by its digits.
@@ -161,32 +123,23 @@ TEST(Pb, ComputedCellsAndDigitCells)
     EXPECT_EQ(form.asked, (QList<short>{0, 1}));
 }
 
-TEST(Pb, PlacedCellsStandAtTheirOwnXAndRowOffset)
+// A placed cell stands at its own x, its rows counted from the data's top (the heading not
+// counted); the next column follows the running position (the code 290 and the placed cell 420
+// wide, both at 14 points), not the placed one. The tallest cell (336 high) sets the advance of
+// the rows; the heading is drawn in the last field's 10.
+TEST(Pb, PlacedCellsAndTheTallestCellOfARow)
 {
+    VtmlField big = makeField("コード", "Code", "S", "2", 10);
+    big.FontSize = 14;
     VtmlField placed = makeField("額", "Gaku", "N", "###", 0);
     placed.X = 5000;
     placed.Y = 30;
+    VtmlField after = makeField("後", "Code", "S", "2");
+    after.FontSize = 10;
     Report r;
-    ASSERT_TRUE(r.print(rowsOf({{"A", yen(7)}, {"B", yen(8)}}), {makeField("コード", "Code", "S", "2", 10), placed,
-                                                                  makeField("後", "Code", "S", "2")}));
-    // Placed rows are counted from the data's top, the heading not counted; the next column
-    // follows the cumulative position, not the placed one.
-    EXPECT_EQ(r.drawn(1).mid(4, 6), (QStringList{"T 0,1340 A", "T 5000,1030   7", "T 510,1340 A",
-                                                 "T 0,1580 B", "T 5000,1270   8", "T 510,1580 B"}));
-}
-
-TEST(Pb, ATallerCellRaisesTheAdvanceOfTheFollowingRows)
-{
-    // The first column at size 14 (336 high); the heading is drawn in the last field's 10.
-    VtmlField big = makeField("コード", "Code", "S", "2");
-    big.FontSize = 14;
-    VtmlField small = makeField("額", "Gaku", "N", "###");
-    small.FontSize = 10;
-    Report r;
-    ASSERT_TRUE(r.print(rowsOf({{"A", yen(1)}, {"B", yen(2)}}), {big, small}));
-    const QStringList d = r.drawn(1);
-    EXPECT_TRUE(d.contains("T 0,1340 A"));
-    EXPECT_TRUE(d.contains("T 0,1676 B"));
+    ASSERT_TRUE(r.print({{"A", yen(7)}, {"B", yen(8)}}, {big, placed, after}));
+    EXPECT_EQ(r.drawn(1).mid(4, 6), (QStringList{"T 0,1340 A", "T 5000,1030   7", "T 710,1340 A",
+                                                 "T 0,1676 B", "T 5000,1366   8", "T 710,1676 B"}));
 }
 
 TEST(Pb, NoHeadRuleNoTotalsAndDataEndedOnTheLastPageOnly)
@@ -204,20 +157,14 @@ TEST(Pb, NoHeadRuleNoTotalsAndDataEndedOnTheLastPageOnly)
         }
     } form;
     Report r;
-    ASSERT_TRUE(r.print(rowsOf({{"A", yen(1)}, {"B", yen(2)}, {"C", yen(3)}}), kFields, kLines, &form, [] {
+    ASSERT_TRUE(r.print({{"A", yen(1)}, {"B", yen(2)}, {"C", yen(3)}}, kFields, kLines, &form, [] {
         PbSetNoHeadRule(true);
         PbSetNoTotals(true);
     }));
     EXPECT_EQ(form.ended, (QList<bool>{false, true}));
-    EXPECT_TRUE(r.run.rec().only("L ").isEmpty());
+    EXPECT_TRUE(r.rec().only("L ").isEmpty());
     EXPECT_EQ(r.texts(2), (QStringList{"コード", "金額", "C", "        3", "以上"}));
     EXPECT_EQ(r.drawn(2).last(), "T 100,9000 以上");
-
-    // An empty record set never sets DataEnded, so the closing text is not drawn.
-    Report empty;
-    Form none;
-    ASSERT_TRUE(empty.print({}, kFields, kLines, &none, [] { PbSetNoTotals(true); }));
-    EXPECT_EQ(none.ended, QList<bool>{false});
 }
 
 TEST(Pb, FreetopOnTheFirstPageAndPageNumbersOnEach)
@@ -225,7 +172,7 @@ TEST(Pb, FreetopOnTheFirstPageAndPageNumbersOnEach)
     Report r;
     QStringList lines = kLines;
     lines << "<FREETOP>0,0,初頁だけ" << "<LOCATE>5000,0" << "<PAGE>";
-    ASSERT_TRUE(r.print(rowsOf({{"A", yen(1)}, {"B", yen(2)}, {"C", yen(3)}, {"D", yen(4)}, {"E", yen(5)}}),
+    ASSERT_TRUE(r.print({{"A", yen(1)}, {"B", yen(2)}, {"C", yen(3)}, {"D", yen(4)}, {"E", yen(5)}},
                         kFields, lines));
     ASSERT_EQ(r.pages(), 3);
     EXPECT_EQ(r.texts(1).mid(0, 2), (QStringList{"初頁だけ", "1ページ "}));
@@ -245,27 +192,33 @@ TEST(Pb, GroupsCloseWithSubtotalsAndTheLastWithTheGrandTotal)
     EXPECT_EQ(PbRunningTotal(1), Money());
 }
 
+// A mistake of the report stops the document with its message, and nothing of it comes out.
 TEST(Pb, AMistakeOfTheReportStopsTheDocumentWithNothingHalf)
 {
     struct Case {
         const char* what;
         QList<VtmlField> fields;
+        QStringList lines;
+        std::function<void()> setup;
         QString message;
-        QString group = {};
     } cases[] = {
-        {"a column not in the rows", {makeField("額", "Kingaku", "N", "###")},
+        {"a column not in the rows", {makeField("額", "Kingaku", "N", "###")}, kLines, {},
          "エラー：3265 項目「Kingaku」が帳票のデータにありません。"},
-        {"a computed field without a report form", {makeField("額", "@2", "S", "3")},
+        {"a computed field without a report form", {makeField("額", "@2", "S", "3")}, kLines, {},
          "エラー：項目「@2」の値を返す帳票がありません。"},
-        {"a group column not in the rows", kFields, "エラー：3265 項目「Bumon」が帳票のデータにありません。", "Bumon"},
+        {"a group column not in the rows", kFields, kLines, [] { PbSetGroupField(QStringLiteral("Bumon")); },
+         "エラー：3265 項目「Bumon」が帳票のデータにありません。"},
+        // Without the form that answers them the document would lack its closing figures or background.
+        {"NoTotals without a report form", kFields, kLines, [] { PbSetNoTotals(true); },
+         "エラー：頁の終わりを描く帳票がありません。"},
+        {"BKGRD without a report form", kFields, QStringList(kLines) << "<BKGRD>", {},
+         "エラー：背景を描く帳票がありません。「<BKGRD>」"},
     };
     for (const Case& c : cases) {
         Report r;
-        EXPECT_FALSE(r.print(rowsOf({{"A", yen(1)}}), c.fields, kLines, nullptr, [&] {
-            PbSetGroupField(c.group);
-        })) << c.what;
-        EXPECT_EQ(r.run.told(), QStringList{c.message}) << c.what;
-        EXPECT_EQ(r.pages(), 0);
+        EXPECT_FALSE(r.print({{"A", yen(1)}}, c.fields, c.lines, nullptr, c.setup)) << c.what;
+        EXPECT_EQ(r.told(), QStringList{c.message}) << c.what;
+        EXPECT_EQ(r.pages(), 0) << c.what;
     }
 
     // A cell that runs past the 16-bit range on the fifth row: the page of four rows that
@@ -277,30 +230,8 @@ TEST(Pb, AMistakeOfTheReportStopsTheDocumentWithNothingHalf)
     for (int i = 0; i < 6; ++i) data << QVariantList{QStringLiteral("A"), yen(i)};
     EXPECT_FALSE(r.print(data, {low}, {"<LOCATE>0,2000", "<DTPOS>", "<ZOUBUN>240", "<DTCNT>10"}));
     EXPECT_EQ(r.pages(), 0);
-    EXPECT_EQ(r.run.rec().log.last(), "DROP");
-    EXPECT_TRUE(r.run.told().value(0).startsWith("エラー：6 "));
-}
-
-// The callbacks a document asks for need the report form that answers them: without one the
-// document stops, rather than come out without its closing figures or its background.
-TEST(Pb, CallbacksWithoutAReportFormStopTheDocument)
-{
-    struct Case {
-        const char* what;
-        QStringList lines;
-        bool noTotals;
-        QString message;
-    } cases[] = {
-        {"NoTotals", kLines, true, "エラー：頁の終わりを描く帳票がありません。"},
-        {"BKGRD", QStringList(kLines) << "<BKGRD>", false, "エラー：背景を描く帳票がありません。「<BKGRD>」"},
-    };
-    for (const Case& c : cases) {
-        Report r;
-        EXPECT_FALSE(r.print(rowsOf({{"A", yen(1)}}), kFields, c.lines, nullptr, [&] { PbSetNoTotals(c.noTotals); }))
-            << c.what;
-        EXPECT_EQ(r.run.told(), QStringList{c.message}) << c.what;
-        EXPECT_EQ(r.pages(), 0) << c.what;
-    }
+    EXPECT_EQ(r.rec().log.last(), "DROP");
+    EXPECT_TRUE(r.told().value(0).startsWith("エラー：6 "));
 }
 
 TEST(Pb, RowsOfAStatementGiveMoneyColumnsAsMoneyAndAFailedStatementStops)
@@ -311,32 +242,20 @@ TEST(Pb, RowsOfAStatementGiveMoneyColumnsAsMoneyAndAFailedStatementStops)
     QSqlQuery q(db);
     ASSERT_TRUE(q.exec(QStringLiteral("CREATE TABLE Dud (Code TEXT, UGaku INTEGER, Suu INTEGER)")));
     ASSERT_TRUE(q.exec(QStringLiteral("INSERT INTO Dud VALUES ('A', 12340000, 3), ('B', NULL, NULL)")));
-    {
-        Report r;
-        r.rows = queryRows(db, QStringLiteral("SELECT Code, UGaku AS Gaku, Suu FROM Dud WHERE Code>=? ORDER BY Code"),
-                           {QStringLiteral("A")}, {QStringLiteral("gaku")});
-        VtmlClear();
-        VtmlAddField(kFields[0]);
-        VtmlAddField(kFields[1]);
-        VtmlAddField(makeField("数", "Suu", "N", "##0", 0, 1));
-        PbSetRows(r.rows.get());
-        for (const QString& l : kLines) VtmlAddLine(l);
-        ASSERT_TRUE(r.run.print());
-        EXPECT_EQ(r.texts(1).mid(3, 6), (QStringList{"A", "    1,234", "  3", "B", "        0", "  0"}));
-        EXPECT_EQ(PbRunningTotal(1), Money::fromRaw(12340000));
-        EXPECT_EQ(PbRunningTotal(2), Money::fromYen(3));
-    }
-    {
-        Report r;
-        r.rows = queryRows(db, QStringLiteral("SELECT Nothing FROM Dud"));
-        VtmlClear();
-        VtmlAddField(kFields[0]);
-        PbSetRows(r.rows.get());
-        EXPECT_FALSE(r.run.print());
-        EXPECT_TRUE(r.run.told().value(0).startsWith("エラー：")) << r.run.told().value(0).toStdString();
-        EXPECT_TRUE(r.run.told().value(0).contains("Nothing"));
-        EXPECT_EQ(r.pages(), 0);
-    }
+    Report r;
+    ASSERT_TRUE(r.printRows(queryRows(db, QStringLiteral("SELECT Code, UGaku AS Gaku, Suu FROM Dud WHERE Code>=? ORDER BY Code"),
+                                      {QStringLiteral("A")}, {QStringLiteral("gaku")}),
+                            QList<VtmlField>(kFields) << makeField("数", "Suu", "N", "##0", 0, 1)));
+    EXPECT_EQ(r.texts(1).mid(3, 6), (QStringList{"A", "    1,234", "  3", "B", "        0", "  0"}));
+    EXPECT_EQ(PbRunningTotal(1), Money::fromRaw(12340000));
+    EXPECT_EQ(PbRunningTotal(2), Money::fromYen(3));
+
+    Report failed;
+    EXPECT_FALSE(failed.printRows(queryRows(db, QStringLiteral("SELECT Nothing FROM Dud")), {kFields[0]}));
+    EXPECT_TRUE(failed.told().value(0).startsWith("エラー：")) << failed.told().value(0).toStdString();
+    EXPECT_TRUE(failed.told().value(0).contains("Nothing"));
+    EXPECT_EQ(failed.pages(), 0);
+    q = QSqlQuery();
     db.close();
     db = QSqlDatabase();
     QSqlDatabase::removeDatabase(QStringLiteral("pb_rows"));

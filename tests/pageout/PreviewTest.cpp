@@ -41,52 +41,38 @@ int darkPixels(const QImage& img)
     return n;
 }
 
+// The report's output in PreviewMode: each page in turn in the modal window, sized to the page,
+// also where a grid gives the paper's size after the text of its page.
 TEST(Preview, APageAtATimeInAModalWindowSizedToThePage)
 {
     ScriptedDialogs dialogs;
     Clerk clerk;
-    auto rows = listRows({"Namae"}, {{"一"}, {"二"}, {"三"}, {"四"}, {"五"}});
-    std::unique_ptr<PageOutput> out = makePreviewOutput();
-    ASSERT_TRUE(printTo(*out, [&] {
-        VtmlClear();
-        VtmlAddField(makeField("名前", "Namae", "S", "10"));
-        PbSetRows(rows.get());
-        for (const char* l : {"<AREA>8400,5940", "<FONT>ＭＳ 明朝", "<SIZE>20", "<FREE>600,300,見本の帳票", "<SIZE>10",
-                              "<LOCATE>600,1500", "<DTPOS>", "<ZOUBUN>300", "<DTCNT>2"})
-            VtmlAddLine(QString::fromUtf8(l));
-        return VtmlPrint();
-    }));
-    // Five rows, two a page: three pages, each shown and closed in turn.
-    EXPECT_EQ(out->pages(), 3);
-    EXPECT_EQ(clerk.titles, QStringList({"printTest", "printTest", "printTest"}));
-    EXPECT_EQ(clerk.sizes, QList<QSize>(3, QSize(560, 396)));   // twips / 15 at 96 dots an inch
-    EXPECT_EQ(clerk.escapeIgnored, QList<bool>(3, true));        // no keys of its own
-    for (const QImage& page : clerk.pages) EXPECT_GT(darkPixels(page), 200);
-    EXPECT_TRUE(QApplication::topLevelWidgets().isEmpty() || !QApplication::activeModalWidget());
-}
-
-TEST(Preview, AGridsLateAreaSizesTheWindow)
-{
-    ScriptedDialogs dialogs;
-    Clerk clerk;
     session().PreviewMode = true;
+    auto rows = listRows({"Namae"}, {{"りんご"}, {"みかん"}});
     MemoryGridCells cells([](const QString&, double points, const QString& text) { return text.size() * points * 10; });
     Grd grd(&cells);
     grd.GrdInit(1);
-    GrdColumn c;
-    c.Caption = QStringLiteral("名称");
-    c.Kind = QStringLiteral("S");
-    c.Format = QStringLiteral("20");
-    c.Name = QStringLiteral("Namae");
-    grd.GrdAddColumn(c);
+    grd.GrdAddColumn(grdColumn("名称", "Namae", "S", "20"));
     grd.GrdSetHeaders();
-    auto rows = listRows({"Namae"}, {{"りんご"}, {"みかん"}});
     ASSERT_TRUE(grd.GrdFill(rows.get(), nullptr));
     grd.paper = QStringLiteral("15");
+    auto document = listRows({"Namae"}, {{"一"}, {"二"}, {"三"}, {"四"}, {"五"}});
     std::unique_ptr<PageOutput> out = makeReportOutput();
-    EXPECT_TRUE(printTo(*out, [&] { return grd.GrdPrint(QStringLiteral("一覧"), QString(), 0); }));
+    ASSERT_TRUE(printTo(*out, [&] {
+        return printDocument(document.get(), {makeField("名前", "Namae", "S", "10")},
+                             {"<AREA>8400,5940", "<FONT>ＭＳ 明朝", "<SIZE>20", "<FREE>600,300,見本の帳票", "<SIZE>10",
+                              "<LOCATE>600,1500", "<DTPOS>", "<ZOUBUN>300", "<DTCNT>2"})
+               && grd.GrdPrint(QStringLiteral("一覧"), QString(), 0);
+    }));
     session().PreviewMode = false;
-    EXPECT_EQ(clerk.sizes, QList<QSize>{QSize(1120, 976)});
+    // Five rows, two a page: three pages, then the grid's one, each shown and closed in turn.
+    EXPECT_EQ(out->pages(), 4);
+    EXPECT_EQ(clerk.titles, QStringList(4, "printTest"));
+    // twips / 15 at 96 dots an inch
+    EXPECT_EQ(clerk.sizes, (QList<QSize>{QSize(560, 396), QSize(560, 396), QSize(560, 396), QSize(1120, 976)}));
+    EXPECT_EQ(clerk.escapeIgnored, QList<bool>(4, true));   // no keys of its own
+    for (const QImage& page : clerk.pages) EXPECT_GT(darkPixels(page), 200);
+    EXPECT_FALSE(QApplication::activeModalWidget());
 }
 
 }  // namespace

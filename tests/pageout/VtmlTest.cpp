@@ -35,77 +35,50 @@ TEST(Vtml, LinesDrawWhereTheLanguageSays)
         {"a rule takes the offsets at its left end only",
          {"<AREA>2000,3000", "<XOFFSET>100", "<YOFFSET>50", "<LOCATE>0,500", "<LINE>", "A"},
          {"L 100,550 2000,550", "T 100,650 A"}},
-        {"DTPOS and DTCNT draw nothing", {"<LOCATE>5,6", "<DTPOS>", "<DTCNT>30", "A"}, {"T 5,6 A"}},
-        {"FREETOP draws on the first page", {"<FREETOP>70,80,TOP"}, {"T 70,80 TOP"}},
-        {"PAGE draws the page number", {"<PAGE>"}, {"T 0,0 1ページ "}},
     };
     for (const Case& c : cases) {
         PageRun run;
         ASSERT_TRUE(run.lines(c.lines)) << c.what;
-        QStringList drawn;
-        for (const QString& e : run.rec().page(1))
-            if (e.startsWith(QLatin1String("T ")) || e.startsWith(QLatin1String("L "))) drawn << e;
-        EXPECT_EQ(drawn, c.drawn) << c.what;
+        EXPECT_EQ(run.drawn(1), c.drawn) << c.what;
         EXPECT_EQ(run.rec().ended, 1) << c.what;
     }
 }
 
-TEST(Vtml, SizeFontAndAreaReachTheSurface)
-{
-    PageRun run;
-    ASSERT_TRUE(run.lines({"<AREA>15600,8880", "<FONT>ＭＳ 明朝", "<SIZE>11pt", "A"}));
-    EXPECT_EQ(run.rec().log, (QStringList{"AREA 15600,8880", "FONT ＭＳ 明朝", "SIZE 11", "T 0,0 A", "END"}));
-}
-
-TEST(Vtml, ShrinkScalesPositionsRulesAndSizesButNotOffsets)
+// Under the shrink positions, rules and sizes are scaled by 0.9, the offsets are not; a printer
+// keeps its own paper under the shrink or the kept page setup, but centres on the area.
+TEST(Vtml, ShrinkAndKeptPageSetup)
 {
     struct Case {
         const char* what;
-        bool shrinkOff;
-        bool preview;
-        bool ownPaper;
+        bool shrinkOff, keep, preview, ownPaper;
         QStringList expected;
     } cases[] = {
-        {"a printer under shrink keeps its paper: the text at 1000 stands at 1620",
-         false, false, true, {"SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4"}},
-        {"the preview takes the area even under shrink",
-         false, true, false, {"AREA 2000,3000", "SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4"}},
-        {"a PDF file has no paper but the area",
-         false, false, false, {"AREA 2000,3000", "SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4"}},
-        {"ShrinkOff: everything as given",
-         true, false, true, {"AREA 2000,3000", "SIZE 11", "T 1720,500 A", "L 720,500 2000,500", "SIZE 5"}},
+        {"a printer under shrink keeps its paper: the text at 1000 stands at 1620", false, false, false, true,
+         {"SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4", "T 1584,810 AB"}},
+        {"the preview takes the area even under shrink", false, false, true, false,
+         {"AREA 2000,3000", "SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4", "T 1584,810 AB"}},
+        {"a PDF file has no paper but the area", false, false, false, false,
+         {"AREA 2000,3000", "SIZE 10", "T 1620,450 A", "L 720,450 1800,450", "SIZE 4", "T 1584,810 AB"}},
+        {"ShrinkOff: everything as given", true, false, false, true,
+         {"AREA 2000,3000", "SIZE 11", "T 1720,500 A", "L 720,500 2000,500", "SIZE 5", "T 1670,900 AB"}},
+        {"a kept page setup on a printer", true, true, false, true,
+         {"SIZE 11", "T 1720,500 A", "L 720,500 2000,500", "SIZE 5", "T 1670,900 AB"}},
+        {"a PDF file has no page setup to keep", true, true, false, false,
+         {"AREA 2000,3000", "SIZE 11", "T 1720,500 A", "L 720,500 2000,500", "SIZE 5", "T 1670,900 AB"}},
     };
     for (const Case& c : cases) {
         PageRun run;
         session().ShrinkMode = true;
+        session().KeepPageSetup = c.keep;
         VtmlSetShrinkOff(c.shrinkOff);
         run.rec().preview = c.preview;
         run.rec().ownPaper = c.ownPaper;
         ASSERT_TRUE(run.lines({"<AREA>2000,3000", "<SIZE>11", "<XOFFSET>720", "<FREE>1000,500,A", "<LOCATE>0,500",
-                               "<LINE>", "<SIZE>5"}))
+                               "<LINE>", "<SIZE>5", "<CENTER>", "<FREE>0,900,AB"}))
             << c.what;
         QStringList got = run.rec().log;
         got.removeAll(QStringLiteral("END"));
         EXPECT_EQ(got, c.expected) << c.what;
-        VtmlSetShrinkOff(false);
-    }
-}
-
-TEST(Vtml, KeepPageSetupLeavesThePrintersPaperButCentresOnTheArea)
-{
-    struct Case {
-        bool ownPaper;
-        QStringList log;
-    } cases[] = {
-        {true, {"T 400,0 AB", "END"}},
-        {false, {"AREA 1000,1000", "T 400,0 AB", "END"}},   // a PDF file has no page setup to keep
-    };
-    for (const Case& c : cases) {
-        PageRun run;
-        session().KeepPageSetup = true;
-        run.rec().ownPaper = c.ownPaper;
-        ASSERT_TRUE(run.lines({"<AREA>1000,1000", "<CENTER>", "AB"}));
-        EXPECT_EQ(run.rec().log, c.log) << c.ownPaper;
     }
 }
 
@@ -122,15 +95,10 @@ TEST(Vtml, DateStampInTheFormsAndTheEra)
 {
     struct Case {
         short hiz;
-        QString arg;
-        QString text;
+        QString arg, text;
     } cases[] = {
-        {2, "1", "2026年5月3日 日曜"},
-        {1, "1", "平成38年5月3日 日曜"},
-        {2, "2", "2026.5.3"},
-        {1, "2", "38.5.3"},
-        {2, "3", "5.3"},
-        {2, "4", ""},   // no form: an empty text, still drawn
+        {2, "1", "2026年5月3日 日曜"}, {1, "1", "平成38年5月3日 日曜"}, {2, "2", "2026.5.3"}, {1, "2", "38.5.3"},
+        {2, "3", "5.3"}, {2, "4", ""},   // no form: an empty text, still drawn
     };
     for (const Case& c : cases) {
         PageRun run;
@@ -139,7 +107,6 @@ TEST(Vtml, DateStampInTheFormsAndTheEra)
         ASSERT_TRUE(run.lines({"<DATE>" + c.arg, "X"}));
         EXPECT_EQ(run.rec().texts(), (QStringList{c.text, "X"})) << c.arg.toStdString();
     }
-    session().Hiz = 2;
 }
 
 TEST(Vtml, PaintPlacesPicturesByTheirFitFlags)
@@ -152,10 +119,8 @@ TEST(Vtml, PaintPlacesPicturesByTheirFitFlags)
         {"<PAINT>True,True,1000,2000, logo.png ", {"P 1930,2750 logo.png"}},
         {"<PAINT>0,-1,1000,2000,logo.png", {"P 1000,2750 logo.png"}},
         {"<PAINT>false,false,1000,2000,logo.png", {"P 1000,2000 logo.png"}},
-        // wider than 162 pixels: not moved
-        {"<PAINT>True,False,1000,2000,wide.png", {"P 1000,2000 wide.png"}},
+        {"<PAINT>True,False,1000,2000,wide.png", {"P 1000,2000 wide.png"}},   // wider than 162 pixels: not moved
         {"<PAINT>True,True,1000,2000,missing.png", {}},
-        {"<PAINT>True,True,1000,2000,", {}},
     };
     for (const Case& c : cases) {
         PageRun run;
@@ -172,36 +137,30 @@ TEST(Vtml, BkgrdCallsTheReportForm)
         void BKGRD() override { PbText(QStringLiteral("背景")); }
     } form;
     PageRun run;
-    VtmlClear();
-    PbSetForm(&form);
-    VtmlAddLine(QStringLiteral("<LOCATE>10,10"));
-    VtmlAddLine(QStringLiteral("<BKGRD>ignored"));
-    ASSERT_TRUE(run.print());
+    ASSERT_TRUE(run.print(nullptr, {}, {"<LOCATE>10,10", "<BKGRD>ignored"}, &form));
     EXPECT_EQ(run.rec().texts(), QStringList{"背景"});
 }
 
-// A document that cannot be drawn stops with a message, and nothing of it comes out.
+// A document that cannot be drawn stops with a message on its last line, and nothing of it
+// comes out.
 TEST(Vtml, ErrorsStopTheDocumentAndDrawNothingHalf)
 {
+    const QString wrong = "エラー：5 帳票の行の引数が正しくありません。";
+    const QString range = "エラー：6 位置または数値が範囲（-32768～32767）を超えました。";
     struct Case {
         QStringList lines;
         QString message;
     } cases[] = {
-        {{"A", "<FREE>100"}, "エラー：5 帳票の行の引数が正しくありません。「<FREE>100」"},
-        {{"<LOCATE>100"}, "エラー：5 帳票の行の引数が正しくありません。「<LOCATE>100」"},
-        {{"<FREE>1,2"}, "エラー：5 帳票の行の引数が正しくありません。「<FREE>1,2」"},
-        {{">abc"}, "エラー：5 帳票の行の引数が正しくありません。「>abc」"},
-        {{"<PAINT>maybe,1,0,0,a.png"}, "エラー：5 帳票の行の引数が正しくありません。「<PAINT>maybe,1,0,0,a.png」"},
-        {{"<LOCATE>40000,0"}, "エラー：6 位置または数値が範囲（-32768～32767）を超えました。「<LOCATE>40000,0」"},
-        {{"<FREE>32000,0,XXXXXXXX"}, "エラー：6 位置または数値が範囲（-32768～32767）を超えました。「<FREE>32000,0,XXXXXXXX」"},
-        {{"<XOFFSET>30000", "<FREE>3000,0,A"}, "エラー：6 位置または数値が範囲（-32768～32767）を超えました。「<FREE>3000,0,A」"},
-        {{"<LOCATE>0,32700", "<ZOUBUN>100", "<CL>"}, "エラー：6 位置または数値が範囲（-32768～32767）を超えました。「<CL>」"},
+        {{"A", "<FREE>100"}, wrong}, {{"<LOCATE>100"}, wrong}, {{">abc"}, wrong}, {{"<PAINT>maybe,1,0,0,a.png"}, wrong},
+        {{"<LOCATE>40000,0"}, range}, {{"<FREE>32000,0,XXXXXXXX"}, range}, {{"<XOFFSET>30000", "<FREE>3000,0,A"}, range},
+        {{"<LOCATE>0,32700", "<ZOUBUN>100", "<CL>"}, range},
     };
     for (const Case& c : cases) {
         PageRun run;
-        EXPECT_FALSE(run.lines(c.lines)) << c.message.toStdString();
-        EXPECT_EQ(run.told(), QStringList{c.message});
-        EXPECT_EQ(vtmlLastError(), c.message);
+        const QString message = c.message + "「" + c.lines.last() + "」";
+        EXPECT_FALSE(run.lines(c.lines)) << message.toStdString();
+        EXPECT_EQ(run.told(), QStringList{message});
+        EXPECT_EQ(vtmlLastError(), message);
         EXPECT_EQ(run.rec().ended, 0);
         EXPECT_EQ(run.rec().log.last(), "DROP");
     }
@@ -228,29 +187,16 @@ TEST(Vtml, BoundsOfLinesAndFields)
     EXPECT_TRUE(fields.rec().log.isEmpty());
 }
 
-TEST(Vtml, NoOutputIsAMessage)
+TEST(Vtml, NoOutputOrAFailingPrinterStopsTheRun)
 {
     ScriptedDialogs dialogs;
-    VtmlClear();
-    VtmlAddLine(QStringLiteral("A"));
-    EXPECT_FALSE(VtmlPrint());
-    EXPECT_EQ(dialogs.of("Tell"), QStringList{"エラー：印刷先が選ばれていません。"});
-}
-
-TEST(Vtml, APrinterThatFailsStopsTheRunAndPrintToAbandonsTheOutput)
-{
+    EXPECT_FALSE(printDocument(nullptr, {}, {"A"}));   // no output is current
     RecordingOutput out;
-    ScriptedDialogs dialogs;
     out.rec.failAtPage = 1;
-    const bool ok = printTo(out, [] {
-        VtmlClear();
-        VtmlAddLine(QStringLiteral("A"));
-        return VtmlPrint();
-    });
-    EXPECT_FALSE(ok);
+    EXPECT_FALSE(printTo(out, [] { return printDocument(nullptr, {}, {"A"}); }));
     EXPECT_TRUE(out.abandoned);
     EXPECT_FALSE(out.finished);
-    EXPECT_EQ(dialogs.of("Tell"), QStringList{"エラー：プリンタが応答しません。"});
+    EXPECT_EQ(dialogs.of("Tell"), (QStringList{"エラー：印刷先が選ばれていません。", "エラー：プリンタが応答しません。"}));
 }
 
 }  // namespace

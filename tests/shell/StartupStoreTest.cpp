@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 #include <QFile>
 #include "shell/ShellSupport.h"
+#include "support/DamagedFile.h"
 
 namespace {
 
@@ -11,19 +12,7 @@ void damageMasterIndex(TempCompany& co)
 {
     prepare(co, {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<300) "
                  "INSERT INTO Tor (Code, Namae, Kana) SELECT i, '得意先' || i, 'ﾄｸｲｻｷ' FROM n"});
-    int page = 0;
-    {
-        QSqlDatabase db = QSqlDatabase::addDatabase("QSQLITE", "damage");
-        db.setDatabaseName(co.file("MASTER/MASTER.db"));
-        db.open();
-        page = scalar(db, "SELECT pageno FROM dbstat WHERE name='ix_Tor_Kana' AND pagetype='leaf' LIMIT 1").toInt();
-        db.close();
-    }
-    QSqlDatabase::removeDatabase("damage");
-    QFile f(co.file("MASTER/MASTER.db"));
-    ASSERT_TRUE(page > 1 && f.open(QIODevice::ReadWrite));
-    f.seek(qint64(page - 1) * 4096);
-    f.write(QByteArray(4096, char(0x5A)));
+    ASSERT_TRUE(damageLeaf(co.file("MASTER/MASTER.db"), "ix_Tor_Kana", 0));
 }
 
 } // namespace

@@ -1,19 +1,27 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QPointer>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
+#include "demo/DemoCompany.h"
+#include "ledgers/YearEnd.h"
+#include "shell/MenuModel.h"
 #include "shell/QtMenuRun.h"
 #include "shell/QtScreens.h"
 #include "shell/Session.h"
+#include "shell/Startup.h"
+#include "shell/TargetYear.h"
 #include "store/Backup.h"
 #include "store/BackupFiles.h"
 #include "store/Backup_frm.h"
+#include "store/NewCompany.h"
+#include "store/Optimize.h"
 #include "store/Sql.h"
 #include "store/Store.h"
-#include "support/DamagedFile.h"
 #include "support/EndRecorder.h"
 #include "support/ScriptedDialogs.h"
 #include "support/StoreSnapshot.h"
@@ -47,6 +55,21 @@ void spoil(const QString& path)
     QFile f(path);
     ASSERT_TRUE(f.open(QIODevice::ReadWrite));
     f.write(QByteArray(4096, 'x'));
+}
+
+QString linkTarget(const QString& path)
+{
+    char buf[256] = {0};
+    const ssize_t n = ::readlink(QFile::encodeName(path).constData(), buf, sizeof buf - 1);
+    return n > 0 ? QString::fromLocal8Bit(buf, n) : QString();
+}
+
+bool startsOn(int year)
+{
+    CloseStore();
+    session() = Session();
+    MenuModel menu;
+    return runStartup(menu).kind == StartupResult::Run && session().Nendo == year;
 }
 
 } // namespace
@@ -133,72 +156,94 @@ TEST(Backup, AFailedCopyLeavesLastWeeksGenerationWhole)
     EXPECT_EQ(inFile("bk/MAST20263.db", "SELECT Kaisya FROM Com"), "改名");
 }
 
-// A copy that meets a damaged page says so, with the way to mend it, like every statement.
-TEST(Backup, ADamagedPageIsToldAsDamage)
-{
-    TempCompany co(2026);
-    ASSERT_TRUE(co.execOn("2026/SLIP.db", {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i+1 FROM n WHERE i<300) "
-                                           "INSERT INTO Dud (Dno, Eda, EigCode, HinNamae, Getudo) "
-                                           "SELECT i, 1, 1, printf('%0100d', i), 5 FROM n"}));
-    ASSERT_TRUE(damageLeaf("2026/SLIP.db", "Dud", 2));
-    BackupResult r;
-    EXPECT_FALSE(backupStore("bk", false, 2026, kTuesday, &r));
-    EXPECT_TRUE(r.error.startsWith("エラー：11 ")) << r.error.toStdString();
-    EXPECT_TRUE(r.error.endsWith("「データ最適化」で修復してください。")) << r.error.toStdString();
-    EXPECT_EQ(QDir("bk").entryList(QDir::Files), QStringList{});
-}
-
+// Esc leaves the screen. Return copies, says so and ends the program; where the copy cannot be
+// made it says that, and ends all the same. The regular exit copies without a word when
+// option 15 asks for it.
 TEST(BackupForm, StartCopiesSaysSoAndEndsAndEscLeaves)
-{
-    TempCompany co(2026);
-    ASSERT_TRUE(co.open());
-    const QString bk = co.file("bk");
-    sql("INSERT INTO UserOP (Code, contents) VALUES (5, ?)", {bk});
-    ScriptedDialogs dlg;
-    EndRecorder ended;
-    {
-        QPointer<Backup_frm> f = new Backup_frm;
-        f->show();
-        QTest::keyClick(f->startButton(), Qt::Key_Escape);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_TRUE(f.isNull());
-        EXPECT_FALSE(QFileInfo::exists(bk));
-    }
-    QPointer<Backup_frm> f = new Backup_frm;
-    f->show();
-    QTest::keyClick(f->startButton(), Qt::Key_Return);
-    EXPECT_EQ(dlg.log, QStringList{"Tell:完了しました。システムを一旦終了します。"});
-    EXPECT_EQ(ended.count, 1);
-    const QDate today = QDate::currentDate();
-    EXPECT_EQ(inFile(bk + "/" + backupFileName("MAST", 2026, today), "SELECT SKai FROM Com"), "20260401");
-    EXPECT_TRUE(QFileInfo(bk + "/" + backupFileName("SLIP", 2026, today)).isFile());
-    EXPECT_FALSE(session().MasterDb.isOpen());
-}
-
-TEST(BackupForm, ACopyThatCannotBeMadeIsToldAndTheProgramEnds)
-{
-    TempCompany co(2026);
-    ASSERT_TRUE(co.open());
-    { QFile f("bk"); ASSERT_TRUE(f.open(QIODevice::WriteOnly)); }   // a file where the folder should be
-    sql("INSERT INTO UserOP (Code, contents) VALUES (5, 'bk')");
-    ScriptedDialogs dlg;
-    EndRecorder ended;
-    Backup_frm* f = new Backup_frm;
-    f->Backup(1);
-    EXPECT_EQ(dlg.log, QStringList{"Tell:バックアップ機器の電源が入っていないか,\nパスの設定が異なります。"});
-    EXPECT_EQ(ended.count, 1);
-}
-
-TEST(BackupForm, TheRegularExitCopiesWhenTheOptionAsks)
 {
     registerScreen("Backup_frm", [] { return new Backup_frm; });
     TempCompany co(2026);
     ASSERT_TRUE(co.open());
     sql("INSERT INTO UserOP (Code, contents) VALUES (5, 'bk'), (15, '1')");
+    { QFile f("bk"); ASSERT_TRUE(f.open(QIODevice::WriteOnly)); }   // a file where the folder should be
     ScriptedDialogs dlg;
     EndRecorder ended;
+    QPointer<Backup_frm> f = new Backup_frm;
+    f->show();
+    QTest::keyClick(f->startButton(), Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(f.isNull());
+    EXPECT_TRUE(dlg.log.isEmpty());
+    EXPECT_EQ(ended.count, 0);
+    f = new Backup_frm;
+    f->show();
+    QTest::keyClick(f->startButton(), Qt::Key_Return);
+    EXPECT_EQ(dlg.log, QStringList{"Tell:バックアップ機器の電源が入っていないか,\nパスの設定が異なります。"});
+    EXPECT_EQ(ended.count, 1);
+
+    ASSERT_TRUE(QFile::remove("bk") && co.open());
+    dlg.log.clear();
+    f = new Backup_frm;
+    f->show();
+    QTest::keyClick(f->startButton(), Qt::Key_Return);
+    EXPECT_EQ(dlg.log, QStringList{"Tell:完了しました。システムを一旦終了します。"});
+    EXPECT_EQ(ended.count, 2);
+    const QDate today = QDate::currentDate();
+    EXPECT_EQ(inFile("bk/" + backupFileName("MAST", 2026, today), "SELECT SKai FROM Com"), "20260401");
+    EXPECT_TRUE(QFileInfo("bk/" + backupFileName("SLIP", 2026, today)).isFile());
+    EXPECT_FALSE(session().MasterDb.isOpen());
+
+    ASSERT_TRUE(QDir("bk").removeRecursively() && co.open());
+    dlg.log.clear();
     EXPECT_TRUE(DoEndingAction());
     EXPECT_EQ(dlg.of("Tell"), QStringList{});   // no closing message at the exit
-    EXPECT_EQ(ended.count, 1);
+    EXPECT_EQ(ended.count, 3);
     EXPECT_EQ(QDir("bk").entryList(QDir::Files).size(), 2);
+}
+
+
+TEST(CompanyLayout, NewAndDemoCompaniesKeepTheMasterInItsFolderWithARelativeLink)
+{
+    QTemporaryDir tmp;
+    NewCompanyOptions o;
+    o.year = 2026;
+    DemoOptions d;
+    d.slips = 20;
+    d.year = 2026;
+    ASSERT_TRUE(createCompany(tmp.filePath("new"), o, nullptr));
+    ASSERT_TRUE(createDemoCompany(tmp.filePath("demo"), d, nullptr));
+    for (const char* name : {"new", "demo"}) {
+        const QString root = tmp.filePath(name);
+        EXPECT_EQ(linkTarget(root + "/MASTER.db"), "MASTER/MASTER.db") << name;
+        EXPECT_TRUE(QFileInfo(root + "/MASTER/MASTER.db").isFile() && !QFileInfo(root + "/MASTER/MASTER.db").isSymLink());
+    }
+    // The folder moved as a whole still opens.
+    ASSERT_TRUE(QDir().rename(tmp.filePath("new"), tmp.filePath("moved")));
+    TempCompany enter(0);
+    QDir::setCurrent(tmp.filePath("moved"));
+    ScriptedDialogs dlg;
+    ASSERT_TRUE(OpenStore());
+    EXPECT_EQ(scalar(session().MasterDb, "SELECT SKai FROM Com").toString(), "20260401");
+}
+
+TEST(CompanyLayout, ANewCompanyWithoutTheMarkerGoesThroughYearEndBackupAndCompaction)
+{
+    TempCompany co(2026);
+    ScriptedDialogs dlg;
+    ASSERT_TRUE(startsOn(2026));
+    ASSERT_TRUE(execSql(session().MasterDb, "INSERT INTO Dur (Dno, EigCode, Hizuke) VALUES (1, 1, '2026-06-01')") == ErrorClass::None);
+    const YearEndResult r = ExecuteUpdate();
+    ASSERT_TRUE(r.ok) << r.error.toStdString();
+    BackupResult b;
+    ASSERT_TRUE(backupStore("bk", false, 2027, QDate::currentDate(), &b)) << b.error.toStdString();
+    CloseStore();
+    QString error;
+    ASSERT_TRUE(compactStore(false, 2027, &error)) << error.toStdString();
+
+    ASSERT_TRUE(startsOn(2027));
+    EXPECT_EQ(session().MasterDb.databaseName(), "MASTER.db");   // the start opens the link
+    EXPECT_EQ(ChangeTargetYear(2026), YearChange::Changed);
+    EXPECT_EQ(scalar(session().MasterDb, "SELECT Dno FROM Dur").toInt(), 1);
+    EXPECT_EQ(AvailableYears(), QList<int>({2026, 2027}));
+    EXPECT_TRUE(dlg.of("Box").isEmpty());
 }

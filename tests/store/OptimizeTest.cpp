@@ -109,8 +109,7 @@ TEST(Optimize, TheMenuAsksFirstThenCompactsAndEnds)
         dlg.log.clear();
         EXPECT_TRUE(MenuRun("データ最適化"));
         ASSERT_EQ(dlg.log.size(), 4);
-        EXPECT_EQ(dlg.log[1], "Wait:データベース修復中です。");
-        EXPECT_EQ(dlg.log[2], "Hide:");
+        EXPECT_EQ(dlg.log.mid(1, 2), QStringList({"Wait:データベース修復中です。", "Hide:"}));
         EXPECT_TRUE(dlg.log[3].startsWith("Tell:エラー：書き込みに失敗しました。")) << dlg.log[3].toStdString();
         EXPECT_EQ(ended.count, 0);
         EXPECT_EQ(scalar(session().MasterDb, "SELECT count(*) FROM Dur").toInt(), 0);
@@ -119,8 +118,7 @@ TEST(Optimize, TheMenuAsksFirstThenCompactsAndEnds)
     EXPECT_TRUE(MenuRun("データ最適化"));
     EXPECT_EQ(dlg.log, QStringList({"Ask:実行しますか？", "Wait:データベース修復中です。", "Hide:", "Tell:ベルモーラを終了します。"}));
     EXPECT_EQ(ended.count, 1);
-    EXPECT_TRUE(QFileInfo("2026/SLIP.bak").isFile());
-    EXPECT_TRUE(QFileInfo("MASTER/MASTER.bak").isFile());
+    EXPECT_TRUE(QFileInfo("2026/SLIP.bak").isFile() && QFileInfo("MASTER/MASTER.bak").isFile());
 }
 
 // A page gone bad while the company worked: the compaction repairs the file first (or it
@@ -144,7 +142,6 @@ TEST(Optimize, ADamagedPageIsRepairedFirstAndTheClerkToldBeforeTheEnd)
         EndRecorder ended;
         EXPECT_TRUE(MenuRun("データ最適化"));
         ASSERT_EQ(dlg.log.size(), 5) << c.file << ": " << dlg.log.join('\n').toStdString();
-        EXPECT_EQ(dlg.log[2], "Hide:");
         EXPECT_TRUE(dlg.log[3].startsWith(QString("Tell:データファイル %1 が壊れていたため修復しました。").arg(c.file)))
             << dlg.log[3].toStdString();
         EXPECT_EQ(dlg.log[4], "Tell:ベルモーラを終了します。");
@@ -152,11 +149,8 @@ TEST(Optimize, ADamagedPageIsRepairedFirstAndTheClerkToldBeforeTheEnd)
         QString error;
         EXPECT_TRUE(fileIsSound(c.file, &error)) << c.file << error.toStdString();
         EXPECT_EQ(QDir(QFileInfo(c.file).path()).entryList({"*.damaged-*"}, QDir::Files).size(), 1) << c.file;
-        EXPECT_TRUE(QFileInfo("2026/SLIP.bak").isFile());
-        OwnConnection slip(kSlip);
-        EXPECT_EQ(scalar(slip.db(), "SELECT count(*) FROM Dud").toInt(), 10);
-        OwnConnection master(kMaster);
-        EXPECT_EQ(scalar(master.db(), "SELECT count(*) FROM Tor").toInt(), 300);
+        EXPECT_EQ(storeFileRows(kSlip).filter(QRegularExpression("^Dud\\|")).size(), 10);
+        EXPECT_EQ(storeFileRows(kMaster).filter(QRegularExpression("^Tor\\|")).size(), 300);
     }
 }
 
