@@ -5,7 +5,7 @@
 #include <functional>
 #include <optional>
 #include <QString>
-#include "slips/SlipEditor.h"
+#include "slips/SlipHeadEditor.h"
 
 class QComboBox;
 class QHBoxLayout;
