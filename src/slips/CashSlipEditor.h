@@ -73,9 +73,8 @@ public:
     // Empties the head but for the number, which shows the counter.
     void clearHead();
     void InputZero();
-    // Enter in the number field: 0 brings the counter; then NEW with the last date, or EDIT
-    // with the slip and its partner's months shown. Enter on the number in work changes nothing.
-    NumberOutcome enterNumber();
+    // A new slip shows the last deposit's date; a stored one its partner's months too.
+    NumberOutcome enterNumber() override;
     // Leaving the partner list with a choice: staff and class when none, the destinations
     // billed on their own, the panel.
     void partnerChosen();
@@ -109,8 +108,10 @@ public:
     // SeiFlag of a deposit's destination, 1 for the customer itself and for payments.
     short seiFlag() const;
 
-private:
+    using SlipHeadEditor::partnerHead;
     PartnerHead& partnerHead() override { return head; }
+
+private:
     bool readPartner(qint64 code, bool displaying);
     void buildMonthCaptions(const QString& day);
 };

@@ -49,9 +49,7 @@ public:
     // Head.
     void clearDisplay();
     void clearLines();
-    // Enter in the number field: 0 brings the counter, then NEW or EDIT with the slip shown.
-    // The number is remembered: Enter on the number already in work changes nothing.
-    NumberOutcome enterNumber();
+    NumberOutcome enterNumber() override;
     // Leaving the partner list with a choice; false when checkPeriod refused the date.
     bool partnerChosen();
     static QString zeiNoticeText(short zeituuchi, bool displaying);
@@ -95,8 +93,10 @@ public:
     // A cell reformatted on leaving it.
     static QString formatCell(const QString& text, const QString& format);
 
-private:
+    using SlipHeadEditor::partnerHead;
     PartnerHead& partnerHead() override { return head; }
+
+private:
     void resetHeadFields();
     bool readPartner(qint64 code, bool displaying);
     void showLine(int row);

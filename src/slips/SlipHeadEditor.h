@@ -47,6 +47,13 @@ public:
     QString weekday;
     QList<ListEntry> classEntries, partnerEntries, nouEntries, tanEntries;
 
+    // The head fields the two editors share.
+    virtual PartnerHead& partnerHead() = 0;
+    const PartnerHead& partnerHead() const { return const_cast<SlipHeadEditor*>(this)->partnerHead(); }
+
+    // Enter in the number field: 0 brings the counter, then NEW or EDIT with the slip shown.
+    // The number is remembered: Enter on the number already in work changes nothing.
+    virtual NumberOutcome enterNumber() = 0;
     void loadLists();
     long number() const;
     QDate slipDate() const;
@@ -58,12 +65,12 @@ public:
     SlipLookup classLookup() const;
     SlipLookup partnerLookup() const;
 
+    // Customers and their destinations, or suppliers.
+    bool customers() const { return customers_; }
+
 protected:
     SlipHeadEditor(const QString& kind, bool customers) : kind_(kind), customers_(customers) {}
     void setKindWord(const QString& kind, bool customers);
-    bool customers() const { return customers_; }
-    virtual PartnerHead& partnerHead() = 0;
-    const PartnerHead& partnerHead() const { return const_cast<SlipHeadEditor*>(this)->partnerHead(); }
 
     void fillPartnerEntries();
     // Enter in the number field: `n` becomes the typed number, or the counter for 0. Nothing

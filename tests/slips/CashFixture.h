@@ -46,13 +46,13 @@ protected:
         ed.SumGaku();
     }
     // F10 on the core: the period first, then the save in the screen's mode.
-    static CashSaveResult save(CashSlipEditor& ed)
+    static SlipSaveResult save(CashSlipEditor& ed)
     {
         if (!ed.checkCashPeriod()) return {};
         return Register(ed, ed.mode);
     }
     // A deposit slip typed from scratch: one row per amount, all cash.
-    CashSaveResult deposit(qint64 tor, const QString& date, const QList<int>& amounts, std::optional<qint64> nou = {})
+    SlipSaveResult deposit(qint64 tor, const QString& date, const QList<int>& amounts, std::optional<qint64> nou = {})
     {
         CashSlipEditor ed("Dny");
         startCash(ed, "0", tor, nou);

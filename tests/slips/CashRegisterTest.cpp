@@ -23,7 +23,7 @@ TEST_F(CashRegisterTest, AmendingTenThousandToSevenThousandRaisesTheMonthBySeven
     CashSlipEditor ed("Dny");
     startCash(ed, "0", 2);
     row(ed, 0, 1, "10000", "5月分");
-    const CashSaveResult first = save(ed);
+    const SlipSaveResult first = save(ed);
     ASSERT_TRUE(first.saved);
     EXPECT_EQ(first.dno, 2);
     EXPECT_EQ(tto(2, 0, 5, "Genkin"), before + 10000);
@@ -96,7 +96,7 @@ TEST_F(CashRegisterTest, RowsAreWrittenUpToTheFirstGap)
         CashSlipEditor ed("Dny");
         startCash(ed, "0", 3);
         for (int i = 0; i < c.rows.size(); ++i) row(ed, i, c.rows[i].first, c.rows[i].second);
-        const CashSaveResult r = save(ed);
+        const SlipSaveResult r = save(ed);
         ASSERT_TRUE(r.saved);
         number = r.dno;
         EXPECT_EQ(slipOne("SELECT count(*) FROM Dny WHERE Dno=?", {qlonglong(number)}).toInt(), c.written);
@@ -148,7 +148,7 @@ TEST_F(CashRegisterTest, ASlipWithoutRowsUsesItsNumberAndMakesThePartnersLedger)
             ASSERT_TRUE(other.as([&] { return save(theirs); }).saved);
             rowsOfOthers = 1;
         }
-        const CashSaveResult r = save(ed);
+        const SlipSaveResult r = save(ed);
         ASSERT_TRUE(r.saved);
         EXPECT_EQ(r.dno, c.savedAs);
         EXPECT_EQ(ed.mode, "EDIT");
@@ -180,7 +180,7 @@ TEST_F(CashRegisterTest, WhichLedgerRowsADepositReaches)
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.tor << "/" << c.nou.value_or(-1));
-        const CashSaveResult r = deposit(c.tor, c.date, {3000}, c.nou);
+        const SlipSaveResult r = deposit(c.tor, c.date, {3000}, c.nou);
         ASSERT_TRUE(r.saved);
         EXPECT_EQ(tto(c.tor, 0, c.month, "NTotal"), c.own);
         EXPECT_EQ(tto(c.tor, 6, c.month, "NTotal"), c.dest);
@@ -306,10 +306,10 @@ TEST_F(CashRegisterTest, TwoStationsSavingTheSameNewNumberEndWithTwoSlips)
     row(mine, 0, 1, "1000");
     row(theirs, 0, 1, "2000");
 
-    const CashSaveResult first = other.as([&] { return save(theirs); });
+    const SlipSaveResult first = other.as([&] { return save(theirs); });
     ASSERT_TRUE(first.saved);
     EXPECT_TRUE(dlg.of("Tell").isEmpty());
-    const CashSaveResult second = save(mine);
+    const SlipSaveResult second = save(mine);
     ASSERT_TRUE(second.saved);
     EXPECT_EQ(second.dno, 2);
     EXPECT_EQ(mine.number(), 2);

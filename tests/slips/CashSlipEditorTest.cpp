@@ -1,5 +1,5 @@
 #include "slips/CashFixture.h"
-#include "slips/CashPick.h"
+#include "slips/SlipPick.h"
 #include "slips/SlipDnoCounters.h"
 #include "slips/SlipNumbering.h"
 
@@ -184,9 +184,9 @@ TEST_F(CashSlipEditorTest, ThePickListOfAPartnersSlips)
     slipRun(ins, {6, 1, 2, "2026-07-01", 2});   // another office
     slipRun(ins, {7, 1, 1, "2026-07-01", 3});   // another customer
     QStringList shown;
-    for (const CashListRow& r : cashListRows("Dny", 2, 1)) shown << r.number.trimmed() + " " + r.date;
+    for (const SlipListRow& r : slipListRows("Dny", 2, 1)) shown << r.number.trimmed() + " " + r.date;
     EXPECT_EQ(shown, (QStringList{"4 2026 年 6 月 1 日 月曜", "3 2026 年 5 月 15 日 金曜", "5 2026 年 4 月 30 日 木曜"}));
-    EXPECT_TRUE(cashListRows("Dsh", 2, 1).isEmpty());
+    EXPECT_TRUE(slipListRows("Dsh", 2, 1).isEmpty());
 }
 
 TEST_F(CashSlipEditorTest, TheCountersOfTheFirstOffice)
