@@ -8,27 +8,12 @@
 #include "shell/Session.h"
 #include "slips/CashSlipEditor.h"
 #include "slips/SlipNumbering.h"
+#include "slips/SlipUnits.h"
 #include "store/Sql.h"
 
+using namespace SlipUnits;
+
 namespace {
-
-// Another station taking every free number as fast as we find one ends the save here.
-constexpr int kMaxNumberAttempts = 20;
-
-struct Step {
-    ErrorClass cls = ErrorClass::None;
-    QString text;                      // "エラー：" with the store's number and text
-    bool ok() const { return cls == ErrorClass::None; }
-};
-
-Step failed(ErrorClass cls, const QSqlError& e) { return {cls, StoreErrorText(e)}; }
-
-Step run(const QSqlDatabase& db, const QString& sql, const QVariantList& binds)
-{
-    QSqlError e;
-    const ErrorClass cls = execSql(db, sql, binds, &e);
-    return cls == ErrorClass::None ? Step{} : failed(cls, e);
-}
 
 // One posting of money to the customer's (destination's) or the supplier's ledger.
 Step post(bool deposit, qint64 partner, qint64 nou, const LedgerAmounts& a, const QString& month, short office,
@@ -69,7 +54,6 @@ Step reverseRows(const QSqlDatabase& db, const CashSlipEditor& ed, long dno, sho
     return run(db, QStringLiteral("DELETE FROM %1 WHERE Dno=? AND EigCode=?").arg(ed.kind()), key);
 }
 
-// Meets a number taken meanwhile before any row is written.
 Step probeNumber(const QSqlDatabase& db, const QString& table, long dno, short office)
 {
     const QVariantList key{qlonglong(dno), office};
@@ -103,47 +87,11 @@ Step writeRows(const QSqlDatabase& db, const CashSlipEditor& ed, long dno, const
     return {};
 }
 
-// Rows of one number: a number taken meanwhile gives way to the next free one.
-Step writeUnderFreeNumber(const QSqlDatabase& db, const CashSlipEditor& ed, const QDate& date, short office,
-                          long& number, bool& changed)
-{
-    Step last;
-    for (int attempt = 0; attempt < kMaxNumberAttempts; ++attempt) {
-        // The rows of one number: a duplicate takes back only these, not the reversal before.
-        UnitOfWork rows(db);
-        if (!rows.active()) return failed(rows.errorClass(), rows.error());
-        last = probeNumber(db, ed.kind(), number, office);
-        if (last.ok()) last = writeRows(db, ed, number, date, office);
-        if (last.ok()) return rows.commit() ? Step{} : failed(rows.errorClass(), rows.error());
-        rows.rollback();
-        if (last.cls != ErrorClass::Duplicate) return last;
-        changed = true;
-        number = nextFreeDno(ed.kind(), office);
-    }
-    return last;
-}
-
-// Runs `body` as one unit of work; a failure is rolled back before it is told.
-template <class Body>
-bool inUnit(Body body)
-{
-    Step s;
-    {
-        UnitOfWork unit(session().MasterDb);
-        if (!unit.active()) s = failed(unit.errorClass(), unit.error());
-        else s = body();
-        if (s.ok() && !unit.commit()) s = failed(unit.errorClass(), unit.error());
-        if (!s.ok()) unit.rollback();
-    }
-    if (!s.ok()) Tell(s.text);
-    return s.ok();
-}
-
 }  // namespace
 
-CashSaveResult Register(CashSlipEditor& ed, const QString& mode)
+SlipSaveResult Register(CashSlipEditor& ed, const QString& mode)
 {
-    CashSaveResult out;
+    SlipSaveResult out;
     const CashHead& h = ed.head;
     if (!HasText(h.Year) || !HasText(h.Month) || !HasText(h.Day)) return out;
     Session& s = session();
@@ -163,7 +111,11 @@ CashSaveResult Register(CashSlipEditor& ed, const QString& mode)
             const Step r = reverseRows(db, ed, number, office);
             if (!r.ok()) return r;
         }
-        Step w = writeUnderFreeNumber(db, ed, date, office, number, changed);
+        // The probe meets a number taken meanwhile before any row is written.
+        Step w = underFreeNumber(ed.kind(), office, number, changed, [&](long n) {
+            const Step p = probeNumber(db, ed.kind(), n, office);
+            return p.ok() ? writeRows(db, ed, n, date, office) : p;
+        });
         if (!w.ok()) return w;
         w = post(ed.deposit(), h.Partner.value_or(0), ed.deposit() ? h.NouCode.value_or(0) : 0, ed.amounts(),
                  ed.Getudo, office, seiFlag);

@@ -5,21 +5,16 @@
 // ledger figure they move landing together or not at all. No message waits for the clerk
 // while the write lock is held.
 #include <QString>
+#include "slips/SlipRegister.h"   // SlipSaveResult
 
 class CashSlipEditor;
-
-struct CashSaveResult {
-    bool saved = false;
-    long dno = 0;                // the number the slip was written under
-    bool numberChanged = false;  // the number was taken meanwhile; the clerk has been told
-};
 
 // Writes the slip on the editor, `mode` "NEW" or "EDIT" (the stored rows are taken off the
 // ledger and removed first). Runs after checkSlip and checkCashPeriod. The rows are written
 // from the top to the first without a kind or an amount, none at all included: the posting
 // (which makes the partner's ledger when missing) and a new number's counter follow all the
 // same. Leaves the editor in "EDIT" with the real number in its number field.
-CashSaveResult Register(CashSlipEditor& editor, const QString& mode);
+SlipSaveResult Register(CashSlipEditor& editor, const QString& mode);
 
 // Takes the stored rows of the number on the editor off the ledger of their own month and
 // partner and deletes them. A number with no rows changes nothing. False when the store

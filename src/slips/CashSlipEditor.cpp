@@ -29,11 +29,12 @@ void addByKubun(LedgerAmounts& a, int kubun, Money amount)
     if (kubun >= 1 && kubun <= 6) *fields[kubun - 1] += amount;
 }
 
-CashSlipEditor::CashSlipEditor(const QString& kind) { setKind(kind); }
+CashSlipEditor::CashSlipEditor(const QString& kind) : SlipHeadEditor(QString(), true) { setKind(kind); }
 
 void CashSlipEditor::setKind(const QString& kind)
 {
-    kind_ = kind == QLatin1String("Dsh") ? QStringLiteral("Dsh") : QStringLiteral("Dny");
+    const bool payment = kind == QLatin1String("Dsh");
+    setKindWord(payment ? QStringLiteral("Dsh") : QStringLiteral("Dny"), !payment);
     head = CashHead();
     classEntries.clear();
     partnerEntries.clear();
@@ -46,10 +47,6 @@ void CashSlipEditor::setKind(const QString& kind)
 
 QString CashSlipEditor::title() const { return deposit() ? QStringLiteral("入金伝票処理") : QStringLiteral("支払伝票処理"); }
 QString CashSlipEditor::dateCaption() const { return deposit() ? QStringLiteral("入金日") : QStringLiteral("支払日"); }
-QString CashSlipEditor::classCaption() const { return deposit() ? QStringLiteral("得意先分類") : QStringLiteral("仕入先分類"); }
-QString CashSlipEditor::partnerCaption() const { return deposit() ? QStringLiteral("得意先") : QStringLiteral("仕入先"); }
-QString CashSlipEditor::classTable() const { return deposit() ? QStringLiteral("Tbn") : QStringLiteral("Sbn"); }
-QString CashSlipEditor::partnerTable() const { return deposit() ? QStringLiteral("Tor") : QStringLiteral("Sir"); }
 QString CashSlipEditor::refersCaption() const { return deposit() ? QStringLiteral("売上額") : QStringLiteral("仕入額"); }
 QString CashSlipEditor::resultsCaption() const { return deposit() ? QStringLiteral("入金額") : QStringLiteral("支払額"); }
 QString CashSlipEditor::classColumn() const { return deposit() ? QStringLiteral("TbnCode") : QStringLiteral("SbnCode"); }
@@ -58,18 +55,6 @@ QString CashSlipEditor::textColumn() const { return deposit() ? QStringLiteral("
 QString CashSlipEditor::amountColumn() const { return deposit() ? QStringLiteral("NGaku") : QStringLiteral("sGaku"); }
 QString CashSlipEditor::invoiceColumn() const { return deposit() ? QStringLiteral("NNo") : QStringLiteral("SNo"); }
 QStringList CashSlipEditor::kubunTexts() { return fixedListTexts(FixedList::Kingaku); }
-
-void CashSlipEditor::loadLists()
-{
-    classEntries = CodeTableEntries(classTable());
-    tanEntries = CodeTableEntries(QStringLiteral("Tan"));
-    fillPartnerEntries();
-}
-
-void CashSlipEditor::fillPartnerEntries()
-{
-    partnerEntries = deposit() ? TorShopEntries(classFilter(head.ClassCode)) : SirEntries(classFilter(head.ClassCode));
-}
 
 void CashSlipEditor::buildMonthCaptions(const QString& day)
 {
@@ -105,30 +90,16 @@ void CashSlipEditor::clearHead()
 
 void CashSlipEditor::InputZero()
 {
-    head.Dno = FormatRight(double(GetNextDno(kind_, session().EigCode)), CashFormat::Dno);
+    head.Dno = FormatRight(double(GetNextDno(kind(), session().EigCode)), CashFormat::Dno);
 }
-
-long CashSlipEditor::number() const
-{
-    bool ok = true;
-    return ToInt32(head.Dno, &ok);
-}
-
-QDate CashSlipEditor::slipDate() const { return BoxesToDate(head.Year, head.Month, head.Day); }
-
-void CashSlipEditor::refreshWeekday() { weekday = WeekdayText(slipDate()); }
 
 CashSlipEditor::NumberOutcome CashSlipEditor::enterNumber()
 {
-    const short office = session().EigCode;
-    long n = number();
-    if (!mode.isEmpty() && n != 0 && n == loadedDno) return NumberOutcome::Unchanged;
-    if (n == 0) n = GetNextDno(kind_, office);
-    const bool exists = scalar(db(), QStringLiteral("SELECT Dno FROM %1 WHERE Dno=? AND EigCode=?").arg(kind_),
-                               {qlonglong(n), office})
-                            .isValid();
+    long n = 0;
+    const std::optional<bool> stored = findNumber(n);
+    if (!stored) return NumberOutcome::Unchanged;
     clearDisplay();
-    if (exists) {
+    if (*stored) {
         mode = QStringLiteral("EDIT");
         showCashSlip(n);
         loadedDno = n;
@@ -140,17 +111,8 @@ CashSlipEditor::NumberOutcome CashSlipEditor::enterNumber()
     mode = QStringLiteral("NEW");
     loadedDno = n;
     head.Dno = FormatRight(double(n), CashFormat::Dno);
-    const DateBoxes d = DateToBoxes(session().CashDate.isValid() ? session().CashDate : QDate::currentDate());
-    head.Year = d.year.trimmed();
-    head.Month = d.month.trimmed();
-    head.Day = d.day.trimmed();
-    refreshWeekday();
+    showDate(session().CashDate.isValid() ? session().CashDate : QDate::currentDate());
     return NumberOutcome::New;
-}
-
-void CashSlipEditor::classLeft()
-{
-    if (!head.Partner) fillPartnerEntries();
 }
 
 bool CashSlipEditor::readPartner(qint64 code, bool displaying)
@@ -161,10 +123,7 @@ bool CashSlipEditor::readPartner(qint64 code, bool displaying)
     // A supplier's own closing day counts only when it is flagged to; else the company's.
     sime = deposit() || q.value(QStringLiteral("SimeFlag")).toInt() == 2 ? own : session().Sime;
     Shicode = short(q.value(QStringLiteral("Shicode")).toInt());
-    if (!displaying) {
-        if (!head.TanCode && code != 0) head.TanCode = q.value(QStringLiteral("TanCode")).toLongLong();
-        if (!head.ClassCode) head.ClassCode = q.value(classColumn()).toLongLong();
-    }
+    if (!displaying) takeClassAndStaff(q, code, classColumn());
     fillPayingDestinations();
     return true;
 }
@@ -199,39 +158,17 @@ bool CashSlipEditor::checkCashPeriod()
         const short own = PartnerSime(deposit() ? QStringLiteral("TOR") : QStringLiteral("SIR"), long(*head.Partner));
         if (own > 0) sime = own;
     }
-    const QString g = ::checkPeriod(head.Year, head.Month, head.Day, sime);
-    if (g == QLatin1String("RangeOver")) {
-        Tell(QStringLiteral("対象年度の範囲内ではありません。"));
-        return false;
-    }
-    Getudo = g;
-    return true;
+    return takeClosingMonth(sime);
 }
 
 bool CashSlipEditor::showCashSlip(long dno)
 {
-    Query q(db(), QStringLiteral("SELECT * FROM %1 WHERE Dno=? AND EigCode=? ORDER BY Eda").arg(kind_),
+    Query q(db(), QStringLiteral("SELECT * FROM %1 WHERE Dno=? AND EigCode=? ORDER BY Eda").arg(kind()),
             {qlonglong(dno), session().EigCode});
     if (!q.next()) return false;
-    const DateBoxes d = DateToBoxes(QDate::fromString(NullToEmpty(q.value(QStringLiteral("Hizuke"))), Qt::ISODate));
-    head.Year = d.year.trimmed();
-    head.Month = d.month.trimmed();
-    head.Day = d.day.trimmed();
-    weekday = d.weekday;
-    head.TanCode = codeOf(q.value(QStringLiteral("TanCode")));
-    head.ClassCode = codeOf(q.value(classColumn()));
-    head.Partner = codeOf(q.value(partnerColumn()));
+    showStoredHead(q, classColumn(), partnerColumn());
     head.NouCode = deposit() ? codeOf(q.value(QStringLiteral("NouCode"))) : std::nullopt;
-    const qint64 nno = q.value(invoiceColumn()).toLongLong();
-    head.NNo = FormatRight(double(nno), CashFormat::Dno);
-    fillPartnerEntries();
-    // A partner moved to another class since is still shown.
-    if (head.Partner && !containsCode(partnerEntries, *head.Partner)) {
-        const std::optional<qint64> cls = head.ClassCode;
-        head.ClassCode.reset();
-        fillPartnerEntries();
-        head.ClassCode = cls;
-    }
+    head.NNo = FormatRight(double(q.value(invoiceColumn()).toLongLong()), CashFormat::Dno);
     if (head.Partner) readPartner(*head.Partner, true);
     int i = 0;
     do {
@@ -280,22 +217,7 @@ void CashSlipEditor::showPartnerMonths()
     buildMonthCaptions(sime >= 31 || sime < 1 ? QStringLiteral("末日締") : QString::number(sime) + QStringLiteral("日締"));
 }
 
-SlipFocus CashSlipEditor::checkSlip()
-{
-    if (!HasText(head.Dno) || number() < 1) {
-        Tell(QStringLiteral("伝票番号が不正です。"));
-        return SlipFocus::Number;
-    }
-    if (!BoxesAreDate(head.Year, head.Month, head.Day)) {
-        Tell(QStringLiteral("日付が不正です。"));
-        return SlipFocus::Year;
-    }
-    if (!head.Partner || *head.Partner < 1) {
-        Tell(deposit() ? QStringLiteral("得意先が記入されていません。") : QStringLiteral("仕入先が記入されていません。"));
-        return SlipFocus::Partner;
-    }
-    return SlipFocus::None;
-}
+SlipFocus CashSlipEditor::checkSlip() { return checkHead(HasText(head.Dno) && number() >= 1); }
 
 void CashSlipEditor::SumGaku()
 {
@@ -360,11 +282,4 @@ short CashSlipEditor::seiFlag() const
 {
     if (!deposit() || !head.Partner || head.NouCode.value_or(0) == 0) return 1;
     return short(NouBilling(*head.Partner, *head.NouCode).toInt());
-}
-
-SlipLookup CashSlipEditor::classLookup() const { return {classTable(), QString(), QString()}; }
-
-SlipLookup CashSlipEditor::partnerLookup() const
-{
-    return {partnerTable(), head.ClassCode ? QString::number(*head.ClassCode) : QStringLiteral("ALL"), QString()};
 }

@@ -3,24 +3,15 @@
 // rows, their sum, and the panel of the partner's twelve months with the balance. The form
 // copies its widgets into `head` and `rows`, calls one operation, and shows what it left.
 #include <array>
-#include <optional>
-#include <QDate>
-#include <QList>
 #include <QString>
 #include <QStringList>
-#include "entry/ChoiceLists.h"
-#include "slips/SlipEditor.h"
+#include "slips/SlipHeadEditor.h"
 #include "store/Money.h"
 
 struct LedgerAmounts;
 
-struct CashHead {
-    QString Dno;                        // "伝票No." as typed
-    QString Year, Month, Day;
-    std::optional<qint64> ClassCode;    // TbnCode / SbnCode
-    std::optional<qint64> Partner;      // TorCode / SirCode
-    std::optional<qint64> NouCode;      // deposits only; 0 is the customer itself
-    std::optional<qint64> TanCode;
+// NouCode is for deposits only; 0 there is the customer itself.
+struct CashHead : PartnerHead {
     QString NNo;                        // "請求No."
 };
 
@@ -45,7 +36,7 @@ inline const QString Gakukei = QStringLiteral("###,###,###");
 inline const QString Panel = QStringLiteral("###,###,##0");
 }
 
-class CashSlipEditor {
+class CashSlipEditor : public SlipHeadEditor {
 public:
     static constexpr int RowCount = 6;
     // The panel of a partner without a ledger yet.
@@ -56,14 +47,9 @@ public:
     // Another kind on the same screen: captions, lists and everything shown start afresh.
     void setKind(const QString& kind);
 
-    const QString& kind() const { return kind_; }
-    bool deposit() const { return kind_ == QLatin1String("Dny"); }
+    bool deposit() const { return customers(); }
     QString title() const;
     QString dateCaption() const;
-    QString classCaption() const;
-    QString partnerCaption() const;
-    QString classTable() const;
-    QString partnerTable() const;
     QString refersCaption() const;
     QString resultsCaption() const;
     // Column names of the rows: partner class, partner, text, amount, invoice number.
@@ -77,30 +63,18 @@ public:
     CashHead head;
     std::array<CashRow, RowCount> rows;
     QString Gakukei;                    // "合計", the sum of the six amounts
-    QString mode;                       // "NEW", "EDIT", or empty while waiting for a number
-    long loadedDno = 0;
     short sime = 0;                     // closing day of the partner on the screen
     short Shicode = 0;                  // the partner's usual way of paying, 1..6
-    QString Getudo;
-    QString weekday;
     CashPanel panel;
-    QList<ListEntry> classEntries, partnerEntries, nouEntries, tanEntries;
 
     // Head.
-    void loadLists();
     // Empties the grid, the sum and the panel; the head stays.
     void clearDisplay();
     // Empties the head but for the number, which shows the counter.
     void clearHead();
     void InputZero();
-    enum class NumberOutcome { New, Edit, Unchanged };
-    // Enter in the number field: 0 brings the counter; then NEW with the last date, or EDIT
-    // with the slip and its partner's months shown. Enter on the number in work changes nothing.
-    NumberOutcome enterNumber();
-    long number() const;
-    QDate slipDate() const;
-    void refreshWeekday();
-    void classLeft();
+    // A new slip shows the last deposit's date; a stored one its partner's months too.
+    NumberOutcome enterNumber() override;
     // Leaving the partner list with a choice: staff and class when none, the destinations
     // billed on their own, the panel.
     void partnerChosen();
@@ -134,16 +108,12 @@ public:
     // SeiFlag of a deposit's destination, 1 for the customer itself and for payments.
     short seiFlag() const;
 
-    // Lookups of F6.
-    SlipLookup classLookup() const;
-    SlipLookup partnerLookup() const;
+    using SlipHeadEditor::partnerHead;
+    PartnerHead& partnerHead() override { return head; }
 
 private:
-    void fillPartnerEntries();
     bool readPartner(qint64 code, bool displaying);
     void buildMonthCaptions(const QString& day);
-
-    QString kind_;
 };
 
 // Adds `amount` to the field of the money kind 1..6 (Genkin .. Chousei); others are ignored.

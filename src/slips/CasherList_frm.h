@@ -6,8 +6,6 @@ class CasherList_frm : public PickListDialog {
     Q_OBJECT
 public:
     explicit CasherList_frm(QWidget* parent = nullptr);
-    // Fills the list with the partner's slips of the session office.
-    void Init(const QString& kind, qint64 partner);
-    // pickCashSlipFromList's last step: shows the list modally, also when it is empty.
-    static QString pick(const QString& kind, qint64 partner);
+    // pickCashSlipFromList's last step.
+    static QString pick(const QString& kind, qint64 partner) { return pickFrom<CasherList_frm>(kind, partner); }
 };

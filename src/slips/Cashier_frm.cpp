@@ -32,12 +32,9 @@ bool isCashKind(const QString& kind) { return kind == QLatin1String("Dny") || ki
 
 void Cashier_frm::setCashListPicker(CashListPicker f) { cashListHook() = std::move(f); }
 
-Cashier_frm::Cashier_frm(QWidget* parent) : QWidget(parent), ed_(session().MenuKey)
+Cashier_frm::Cashier_frm(QWidget* parent) : SlipScreenForm(parent, TanList), ed_(session().MenuKey)
 {
-    setAttribute(Qt::WA_DeleteOnClose);
-    bu_.Form = this;
     session().CashDate = QDate::currentDate();
-    setFont(screenFont());
     build();
     setKind(ed_.kind());
 }
@@ -47,7 +44,7 @@ Cashier_frm::~Cashier_frm() = default;
 void Cashier_frm::setKind(const QString& kind)
 {
     ed_.setKind(kind);
-    for (auto& s : shown_) s.clear();
+    forgetShownLists();
     showKindCaptions();
     // The lists name their item in their first entry until the controller has read it.
     const char* items[] = {"04", "05", "06", "07"};
@@ -80,53 +77,23 @@ void Cashier_frm::showNumber(long dno)
 {
     focusNumber();
     bu_.CurItem = 0;
-    ebox_[DnoBox]->setText(QString::number(dno));
-    int key = vbKeyReturn;
-    numberEnter(key);
-    if (key != 0) bu_.eboxKeyDown(DnoBox, key, 0);
+    typeNumber(QString::number(dno));
 }
 
 // ---- widgets <-> editor
 
 void Cashier_frm::pushHead()
 {
-    CashHead& h = ed_.head;
-    h.Dno = ebox_[DnoBox]->text();
-    h.Year = ebox_[YearBox]->text().trimmed();
-    h.Month = ebox_[MonthBox]->text().trimmed();
-    h.Day = ebox_[DayBox]->text().trimmed();
-    h.NNo = ebox_[NNoBox]->text();
-    h.ClassCode = listCode(cbox_[ClassList]);
-    h.Partner = listCode(cbox_[PartnerList]);
-    h.NouCode = ed_.deposit() ? listCode(cbox_[NouList]) : std::nullopt;
-    h.TanCode = listCode(cbox_[TanList]);
-}
-
-void Cashier_frm::pullLists()
-{
-    const QList<ListEntry>* entries[] = {&ed_.classEntries, &ed_.partnerEntries, &ed_.nouEntries, &ed_.tanEntries};
-    for (int i = 0; i < 4; ++i) {
-        if (*entries[i] == shown_[i] && cbox_[i]->count() == entries[i]->size()) continue;
-        setListEntries(cbox_[i], *entries[i]);
-        shown_[i] = *entries[i];
-    }
+    pushPartnerHead();
+    ed_.head.NNo = ebox_[NNoBox]->text();
 }
 
 void Cashier_frm::pullHead()
 {
     const bool was = pulling_;
     pulling_ = true;
-    pullLists();
-    const CashHead& h = ed_.head;
-    setTextIfChanged(ebox_[DnoBox], h.Dno);
-    setTextIfChanged(ebox_[YearBox], h.Year);
-    setTextIfChanged(ebox_[MonthBox], h.Month);
-    setTextIfChanged(ebox_[DayBox], h.Day);
-    setTextIfChanged(ebox_[NNoBox], h.NNo);
-    selectCode(cbox_[ClassList], h.ClassCode);
-    selectCode(cbox_[PartnerList], h.Partner);
-    if (ed_.deposit()) selectCode(cbox_[NouList], h.NouCode);
-    selectCode(cbox_[TanList], h.TanCode);
+    pullPartnerHead();
+    setTextIfChanged(ebox_[NNoBox], ed_.head.NNo);
     weekday_->setText(ed_.weekday);
     pulling_ = was;
 }
@@ -160,35 +127,9 @@ void Cashier_frm::clearDisplay()
     mode_->clear();
 }
 
-void Cashier_frm::focusNumber()
+bool Cashier_frm::listLeft(int index)
 {
-    bu_.focusItem(0);
-    // The counter offered is replaced by the first digit typed.
-    ebox_[DnoBox]->selectAll();
-}
-
-void Cashier_frm::numberEnter(int& keyCode)
-{
-    pushHead();
-    const CashSlipEditor::NumberOutcome outcome = ed_.enterNumber();
-    if (outcome == CashSlipEditor::NumberOutcome::Unchanged) return;
-    if (outcome == CashSlipEditor::NumberOutcome::New) {
-        bu_.clearDisplay();
-        bu_.State = QStringLiteral("NEW");
-        pullAll();
-        mode_->setText(QStringLiteral("新規"));
-        return;
-    }
-    bu_.State = QStringLiteral("EDIT");
-    pullAll();
-    mode_->setText(QStringLiteral("参照"));
-    ebox_[DnoBox]->selectAll();
-    keyCode = 0;
-}
-
-void Cashier_frm::listLeft(int index)
-{
-    if (pulling_ || leaving_) return;
+    if (pulling_ || leaving_) return true;
     pushAll();
     switch (index) {
     case ClassList:
@@ -196,7 +137,7 @@ void Cashier_frm::listLeft(int index)
         pullHead();
         break;
     case PartnerList:
-        if (!ed_.head.Partner) return;
+        if (!ed_.head.Partner) return true;
         ed_.partnerChosen();
         pullHead();
         pullPanel();
@@ -209,28 +150,7 @@ void Cashier_frm::listLeft(int index)
     default:
         break;
     }
-}
-
-// Enter or Down on a list, or a pick of the lookup that stands for them: what leaving the list
-// does happens here, since after the lookup window the focus may move without leaving it.
-void Cashier_frm::listForward(int index, int keyCode, int shift)
-{
-    listLeft(index);
-    leaving_ = true;
-    bu_.cboxKeyDown(index, keyCode, shift);
-    leaving_ = false;
-}
-
-void Cashier_frm::focusFor(SlipFocus f)
-{
-    switch (f) {
-    case SlipFocus::Number: focusNumber(); break;
-    case SlipFocus::Year: bu_.focusItem(1); break;
-    case SlipFocus::Partner: bu_.focusItem(5); break;
-    case SlipFocus::Nou: bu_.focusItem(6); break;
-    case SlipFocus::FirstRowKind: focusCell(dKubun, 0); break;
-    case SlipFocus::None: break;
-    }
+    return true;
 }
 
 void Cashier_frm::saveSlip()
@@ -254,7 +174,7 @@ void Cashier_frm::saveSlip()
     }
     const QString mode = ed_.mode.isEmpty() ? QStringLiteral("NEW") : ed_.mode;
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    const CashSaveResult r = ::Register(ed_, mode);
+    const SlipSaveResult r = ::Register(ed_, mode);
     QApplication::restoreOverrideCursor();
     // A slip that could not be written stays on the screen as typed.
     if (!r.saved) return;
@@ -276,23 +196,6 @@ void Cashier_frm::deleteSlip()
     if (!done) return;
     bu_.Action(QStringLiteral("CLEAR"));
     focusNumber();
-}
-
-void Cashier_frm::lookupInList(int index)
-{
-    pushHead();
-    const bool partner = index == PartnerList, hadClass = ed_.head.ClassCode.has_value();
-    const bool picked = pickIntoList(cbox_[index], partner ? ed_.partnerLookup() : ed_.classLookup(), [&] {
-        // The whole list first, so that the picked partner is in it.
-        if (!partner || hadClass) return;
-        ed_.head.Partner.reset();
-        ed_.classLeft();
-        pullLists();
-    });
-    if (!picked) return;
-    // A pick acts as Enter on the list.
-    bu_.Typed.clear();
-    listForward(index, vbKeyReturn, 0);
 }
 
 void Cashier_frm::pickCashSlipFromList()
@@ -349,8 +252,6 @@ void Cashier_frm::doFunctionKey(int keyCode)
     }
 }
 
-void Cashier_frm::Unload() { close(); }
-
 // ---- events
 
 bool Cashier_frm::event(QEvent* e)
@@ -367,110 +268,44 @@ bool Cashier_frm::event(QEvent* e)
 bool Cashier_frm::eventFilter(QObject* watched, QEvent* event)
 {
     const auto g = gridOf_.constFind(watched);
-    const int e = ebox_.indexOf(qobject_cast<QLineEdit*>(watched));
-    const int c = cbox_.indexOf(qobject_cast<QComboBox*>(watched));
+    if (g == gridOf_.constEnd() && watched != kurikoshi_) return SlipScreenForm::eventFilter(watched, event);
     switch (event->type()) {
     case QEvent::FocusIn:
-        if (g != gridOf_.constEnd()) {
-            if (auto* b = qobject_cast<QLineEdit*>(watched)) b->selectAll();
-        } else if (watched == kurikoshi_) {
-            kurikoshi_->selectAll();
-        } else if (e >= 0) {
-            // Two mode captions only, as on the slip screen: an amended slip stays "参照".
-            const QString caption = mode_->text();
-            bu_.eboxGotFocus(e);
-            mode_->setText(ed_.mode == QLatin1String("EDIT") ? QStringLiteral("参照") : caption);
-        } else if (c >= 0) {
-            bu_.cboxGotFocus(c);
+        if (auto* b = qobject_cast<QLineEdit*>(watched)) b->selectAll();
+        break;
+    case QEvent::FocusOut:
+        if (g != gridOf_.constEnd() && leftByTheClerk(event)) gridLeft(g->first, g->second);
+        break;
+    case QEvent::KeyPress: {
+        const int key = vbKeyCode(static_cast<QKeyEvent*>(event));
+        if (key >= vbKeyF1 && key <= vbKeyF12) {
+            doFunctionKey(key);
+            return true;
         }
-        break;
-    case QEvent::FocusOut: {
-        // A message or a list's popup taking the focus is not leaving the field.
-        const Qt::FocusReason r = static_cast<QFocusEvent*>(event)->reason();
-        if (r == Qt::ActiveWindowFocusReason || r == Qt::PopupFocusReason) break;
-        if (g != gridOf_.constEnd()) gridLeft(g->first, g->second);
-        else if (e >= 0) bu_.DecideEBoxLength(ebox_[e]);
-        else if (c >= 0) listLeft(c);
-        break;
+        if (g != gridOf_.constEnd()) return gridKey(g->first, g->second, key);
+        if (key == vbKeyReturn) carryOverEnter();
+        else if (key == vbKeyEscape) bu_.Action(QStringLiteral("CLOSE"));
+        else return key == vbKeyUp || key == vbKeyDown || key == vbKeyTab;
+        return true;
     }
-    case QEvent::KeyPress:
-        return keyPress(watched, static_cast<QKeyEvent*>(event));
     default:
         break;
     }
     return QWidget::eventFilter(watched, event);
 }
 
-bool Cashier_frm::keyPress(QObject* watched, QKeyEvent* ev)
+bool Cashier_frm::ownHeadKey(bool isList, int index, int key, int shift, bool forward)
 {
-    const int key = vbKeyCode(ev);
-    const int shift = vbShift(ev);
-    if (key >= vbKeyF1 && key <= vbKeyF12) {
-        doFunctionKey(key);
-        return true;
-    }
-    const auto g = gridOf_.constFind(watched);
-    if (g != gridOf_.constEnd()) return gridKey(g->first, g->second, key);
-    if (watched == kurikoshi_) {
-        if (key == vbKeyReturn) carryOverEnter();
-        else if (key == vbKeyEscape) bu_.Action(QStringLiteral("CLOSE"));
-        else return key == vbKeyUp || key == vbKeyDown || key == vbKeyTab;
-        return true;
-    }
-    const int e = ebox_.indexOf(qobject_cast<QLineEdit*>(watched));
-    const int c = cbox_.indexOf(qobject_cast<QComboBox*>(watched));
-    if (e >= 0) return headKey(false, e, key, shift);
-    if (c >= 0) return headKey(true, c, key, shift);
-    return false;
-}
-
-bool Cashier_frm::headKey(bool isList, int index, int key, int shift)
-{
-    int keyCode = key;
-    const bool forward = key == vbKeyReturn || key == vbKeyDown || (key == vbKeyTab && shift != vbShiftMask);
-    if (!isList && index == DnoBox && (key == vbKeyReturn || (key == vbKeyTab && shift != vbShiftMask))) {
-        numberEnter(keyCode);
-    } else if (!isList && index == NNoBox && forward) {
+    if (!forward) return false;
+    if (!isList && index == NNoBox) {
         // The last head field leads into the rows.
         ebox_[NNoBox]->setText(FormatRight(ToNum(ebox_[NNoBox]->text()), CashFormat::Dno));
         focusCell(dKubun, 0);
         return true;
-    } else if (isList && forward) {
-        QComboBox* list = cbox_[index];
-        // A code typed on the keypad chooses first; a partner is needed to go on.
-        if (key == vbKeyReturn && !bu_.Typed.isEmpty() && bu_.Typed.size() <= 9) FindListCode(list, bu_.Typed.toInt());
-        if (index == PartnerList && list->currentIndex() < 0) {
-            bu_.Typed.clear();
-            QApplication::beep();
-            return true;
-        }
-        listForward(index, keyCode, shift);
-        return true;
     }
-    if (keyCode != 0) {
-        if (isList) bu_.cboxKeyDown(index, keyCode, shift);
-        else bu_.eboxKeyDown(index, keyCode, shift);
-    }
-    if (!isList && index >= YearBox && index <= DayBox && forward) {
-        pushHead();
-        ed_.refreshWeekday();
-        weekday_->setText(ed_.weekday);
-    }
-    const bool handled = key == vbKeyTab || key == vbKeyReturn || key == vbKeyUp || key == vbKeyDown
-                         || key == vbKeyEscape;
-    return keyCode == 0 || keyCode != key || handled;
-}
-
-void Cashier_frm::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    if (shownOnce_) return;
-    shownOnce_ = true;
-    focusNumber();
-}
-
-void Cashier_frm::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    showCaller(this);
+    if (!isList) return false;
+    // Leaving a list happens here, not on its focus-out: after the lookup window the focus may
+    // move without the list being left.
+    if (!partnerMissing(index, key)) leaveList(index, key, shift);
+    return true;
 }

@@ -5,16 +5,15 @@
 // to the editor, calls it, and shows what it left.
 #include <functional>
 #include <QHash>
-#include <QWidget>
-#include "entry/QtBureaucrat.h"
 #include "slips/CashSlipEditor.h"
+#include "slips/QtSlipScreenForm.h"
 
 class QComboBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 
-class Cashier_frm : public QWidget, public BureaucratForm {
+class Cashier_frm : public SlipScreenForm {
     Q_OBJECT
 public:
     // The grid's columns, in the order of a row.
@@ -38,22 +37,11 @@ public:
     // Another kind on this screen: captions, lists and everything shown start afresh.
     void setKind(const QString& kind);
 
-    QList<QLineEdit*> ebox() const override { return ebox_; }
-    QList<QComboBox*> cbox() const override { return cbox_; }
-    QLabel* mode() const override { return mode_; }
-    QLabel* message() const override { return message_; }
-    QWidget* RecField() const override { return nullptr; }
     void Register(const QString& mode) override;
-    // Deleting runs through F2 and the button only.
-    bool deleteRec() override { return false; }
     void clearDisplay() override;
-    void Unload() override;
-
-    // The one place where function keys are acted on, whichever field has the focus.
-    void doFunctionKey(int keyCode);
+    void doFunctionKey(int keyCode) override;
 
     CashSlipEditor& editor() { return ed_; }
-    mBureaucrat& bureaucrat() { return bu_; }
     QLineEdit* box(Box b) const { return ebox_[b]; }
     QComboBox* list(List l) const { return cbox_[l]; }
     QWidget* cell(GridField f, int row) const { return cells_[row][f]; }
@@ -63,7 +51,6 @@ public:
     QLabel* monthCaption(int line) const { return months_[line]; }
     QLabel* Refers(int line) const { return refers_[line]; }
     QLabel* Results(int line) const { return results_[line]; }
-    QLabel* weekdayLabel() const { return weekday_; }
     QLabel* titleLabel() const { return title_; }
     QLabel* dateCaption() const { return dateCaption_; }
     QLabel* nouCaption() const { return nouCaption_; }
@@ -75,10 +62,14 @@ public:
     static void setCashListPicker(CashListPicker f);
 
 protected:
+    SlipHeadEditor& headEditor() override { return ed_; }
+    void pushHead() override;
+    void pullAll() override;
+    bool listLeft(int index) override;
+    void focusFirstRow() override { focusCell(dKubun, 0); }
+    bool ownHeadKey(bool isList, int index, int key, int shift, bool forward) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     bool event(QEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     // Layout (QtCashierLayout.cpp).
@@ -90,25 +81,14 @@ private:
     void showKindCaptions();
 
     // Widgets <-> editor.
-    void pushHead();
     void pushRows();
     void pushAll() { pushHead(); pushRows(); }
-    void pullLists();
     void pullHead();
     void pullRows();
     void pullPanel();
-    void pullAll();
 
-    bool keyPress(QObject* watched, class QKeyEvent* e);
-    bool headKey(bool isList, int index, int keyCode, int shift);
-    void numberEnter(int& keyCode);
-    void listLeft(int index);
-    void listForward(int index, int keyCode, int shift);
-    void focusNumber();
-    void focusFor(SlipFocus f);
     void saveSlip();
     void deleteSlip();
-    void lookupInList(int index);
     void pickCashSlipFromList();
     void carryOverEnter();
 
@@ -120,11 +100,7 @@ private:
     void rowInsert(int row);
 
     CashSlipEditor ed_;
-    mBureaucrat bu_;
-    QList<QLineEdit*> ebox_;
-    QList<QComboBox*> cbox_;
-    QLabel *title_ = nullptr, *office_ = nullptr, *mode_ = nullptr, *message_ = nullptr;
-    QLabel *weekday_ = nullptr, *dateCaption_ = nullptr, *classCaption_ = nullptr, *partnerCaption_ = nullptr;
+    QLabel *dateCaption_ = nullptr, *classCaption_ = nullptr, *partnerCaption_ = nullptr;
     QLabel *nouCaption_ = nullptr, *refersHead_ = nullptr, *resultsHead_ = nullptr;
     QWidget* cells_[CashSlipEditor::RowCount][GridFieldCount] = {};
     QLabel* gakukei_ = nullptr;
@@ -135,8 +111,4 @@ private:
     QLabel* results_[CashPanel::MonthCount] = {};
     QPushButton* commands_[CommandCount] = {};
     QHash<QObject*, std::pair<GridField, int>> gridOf_;
-    QList<ListEntry> shown_[4];
-    bool pulling_ = false;
-    bool leaving_ = false;     // a list is being left by its own key; its focus-out adds nothing
-    bool shownOnce_ = false;
 };

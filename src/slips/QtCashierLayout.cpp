@@ -15,40 +15,11 @@
 #include "slips/QtSlipScreens.h"
 
 using SlipScreens::framed;
-
-namespace {
-QLabel* heading(const QString& text, QWidget* parent)
-{
-    auto* h = new QLabel(text, parent);
-    h->setAlignment(Qt::AlignCenter);
-    h->setFrameShape(QFrame::Panel);
-    h->setFrameShadow(QFrame::Raised);
-    return h;
-}
-
-int halfWidth(const QWidget* w) { return QFontMetrics(w->font()).horizontalAdvance(QLatin1Char('0')); }
-}  // namespace
+using SlipScreens::raised;
 
 void Cashier_frm::build()
 {
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(14, 10, 14, 10);
-    outer->setSpacing(8);
-
-    auto* top = new QHBoxLayout;
-    title_ = new QLabel(this);
-    title_->setFont(screenFont(16));
-    office_ = framed(this, Qt::AlignCenter);
-    office_->setText(session().EigNamae.trimmed());
-    office_->setMinimumWidth(140);
-    mode_ = framed(this, Qt::AlignCenter);
-    mode_->setMinimumWidth(70);
-    top->addWidget(title_);
-    top->addStretch(1);
-    top->addWidget(office_);
-    top->addWidget(mode_);
-    outer->addLayout(top);
-
+    QVBoxLayout* outer = buildFrame();
     auto* body = new QHBoxLayout;
     body->setSpacing(24);
     auto* left = new QVBoxLayout;
@@ -60,9 +31,6 @@ void Cashier_frm::build()
     body->addWidget(buildPanel(), 0, Qt::AlignTop);
     outer->addLayout(body);
     outer->addWidget(buildFoot());
-
-    for (QLineEdit* b : ebox_) b->installEventFilter(this);
-    for (QComboBox* c : cbox_) c->installEventFilter(this);
     kurikoshi_->installEventFilter(this);
 }
 
@@ -73,24 +41,9 @@ QWidget* Cashier_frm::buildHead()
     g->setContentsMargins(0, 0, 0, 0);
     g->setHorizontalSpacing(8);
     g->setVerticalSpacing(6);
-    const int half = halfWidth(this);
-    const char* tags[] = {"00_N#####0", "01_N####", "02_N##", "03_N##", "08_N#####0"};
-    const int widths[] = {8, 6, 4, 4, 8};
-    for (int i = 0; i < 5; ++i) {
-        auto* b = new QLineEdit(w);
-        b->setProperty("Tag", QString::fromLatin1(tags[i]));
-        b->setFixedWidth(half * widths[i] + 12);
-        ebox_ << b;
-    }
-    const int listWidths[] = {16, 30, 24, 14};
-    for (int i = 0; i < 4; ++i) {
-        auto* c = new QComboBox(w);
-        c->setFixedWidth(half * listWidths[i] + 30);
-        cbox_ << c;
-    }
+    QHBoxLayout* date = buildHeadFields(w, {"00_N#####0", "01_N####", "02_N##", "03_N##", "08_N#####0"},
+                                        {8, 6, 4, 4, 8}, {16, 30, 24, 14});
     auto caption = [&](const QString& t) { return new QLabel(t, w); };
-    auto* date = new QHBoxLayout;
-    weekday_ = SlipScreens::addDateRow(date, w, ebox_[YearBox], ebox_[MonthBox], ebox_[DayBox]);
 
     dateCaption_ = caption(QString());
     classCaption_ = caption(QString());
@@ -126,9 +79,9 @@ QWidget* Cashier_frm::buildGrid()
     g->setContentsMargins(0, 6, 0, 0);
     g->setHorizontalSpacing(2);
     g->setVerticalSpacing(2);
-    const int half = halfWidth(this);
+    const int half = halfWidth();
     const QString heads[] = {QString(), QStringLiteral("区分"), QStringLiteral("内容"), QStringLiteral("金額")};
-    for (int c = 0; c < 4; ++c) g->addWidget(heading(heads[c], w), 0, c);
+    for (int c = 0; c < 4; ++c) g->addWidget(raised(w, heads[c]), 0, c);
     const QString numbers[] = {QStringLiteral("１"), QStringLiteral("２"), QStringLiteral("３"),
                                QStringLiteral("４"), QStringLiteral("５"), QStringLiteral("６")};
     const int widths[GridFieldCount] = {8, 32, 12};
@@ -179,7 +132,7 @@ QWidget* Cashier_frm::buildPanel()
     g->setContentsMargins(0, 0, 0, 0);
     g->setHorizontalSpacing(2);
     g->setVerticalSpacing(2);
-    const int half = halfWidth(this);
+    const int half = halfWidth();
     const int figure = half * 12 + 10;
     g->addWidget(new QLabel(QStringLiteral("前期繰越"), w), 0, 0, Qt::AlignRight);
     kurikoshi_ = new QLineEdit(w);
@@ -189,9 +142,9 @@ QWidget* Cashier_frm::buildPanel()
     kurikoshi_->setFixedWidth(figure);
     g->addWidget(kurikoshi_, 0, 2);
 
-    g->addWidget(heading(QStringLiteral("月"), w), 1, 0);
-    refersHead_ = heading(QString(), w);
-    resultsHead_ = heading(QString(), w);
+    g->addWidget(raised(w, QStringLiteral("月")), 1, 0);
+    refersHead_ = raised(w, QString());
+    resultsHead_ = raised(w, QString());
     g->addWidget(refersHead_, 1, 1);
     g->addWidget(resultsHead_, 1, 2);
     for (int i = 0; i < CashPanel::MonthCount; ++i) {
@@ -218,23 +171,15 @@ QWidget* Cashier_frm::buildFoot()
     auto* w = new QWidget(this);
     auto* v = new QVBoxLayout(w);
     v->setContentsMargins(0, 4, 0, 0);
-    auto* buttons = new QHBoxLayout;
-    const QString names[CommandCount] = {QStringLiteral("画面消去(F1)"), QStringLiteral("伝票削除(F2)"),
-                                         QStringLiteral("一覧(F6)"), QStringLiteral("保存(F10)"),
-                                         QStringLiteral("ﾒﾆｭｰに戻る(Esc)")};
-    for (int i = 0; i < CommandCount; ++i) {
-        commands_[i] = new QPushButton(names[i], w);
-        commands_[i]->setFocusPolicy(Qt::NoFocus);
-        buttons->addWidget(commands_[i]);
-    }
+    addButtons(v, w,
+               {QStringLiteral("画面消去(F1)"), QStringLiteral("伝票削除(F2)"), QStringLiteral("一覧(F6)"),
+                QStringLiteral("保存(F10)"), QStringLiteral("ﾒﾆｭｰに戻る(Esc)")},
+               commands_);
     connect(commands_[ClearCmd], &QPushButton::clicked, this, [this] { doFunctionKey(vbKeyF1); });
     connect(commands_[DeleteCmd], &QPushButton::clicked, this, [this] { doFunctionKey(vbKeyF2); });
     connect(commands_[ListCmd], &QPushButton::clicked, this, [this] { doFunctionKey(vbKeyF6); });
     connect(commands_[SaveCmd], &QPushButton::clicked, this, [this] { doFunctionKey(vbKeyF10); });
     connect(commands_[CloseCmd], &QPushButton::clicked, this, [this] { close(); });
-    v->addLayout(buttons);
-    message_ = framed(w);
-    v->addWidget(message_);
     return w;
 }
 

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include "entry/QtFormBuilder.h"
 #include "shell/Session.h"
+#include "slips/SlipPick.h"
 
 PickListDialog::PickListDialog(const QStringList& headings, const QList<int>& widths, QWidget* parent)
     : QDialog(parent)
@@ -31,14 +32,16 @@ PickListDialog::PickListDialog(const QStringList& headings, const QList<int>& wi
     resize(width + 200, 380);
 }
 
-void PickListDialog::fill(const QList<QStringList>& rows)
+void PickListDialog::Init(const QString& kind, qint64 partner)
 {
+    const QList<SlipListRow> rows = slipListRows(kind, partner, session().EigCode);
     answer_.clear();
     List->setRowCount(int(rows.size()));
     const double scale = session().ScreenScale.toDouble() > 0 ? session().ScreenScale.toDouble() : 1.0;
     for (int r = 0; r < rows.size(); ++r) {
-        for (int c = 0; c < rows[r].size() && c < List->columnCount(); ++c) {
-            auto* item = new QTableWidgetItem(rows[r][c]);
+        const QString texts[] = {rows[r].number, rows[r].date, rows[r].tekiyo};
+        for (int c = 0; c < List->columnCount(); ++c) {
+            auto* item = new QTableWidgetItem(texts[c]);
             if (c == 0) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
             List->setItem(r, c, item);
         }

@@ -18,24 +18,9 @@ using SlipScreens::framed;
 
 void Slip_frm::build()
 {
-    auto* outer = new QVBoxLayout(this);
-    outer->setContentsMargins(14, 10, 14, 10);
-    outer->setSpacing(8);
-
-    auto* top = new QHBoxLayout;
-    title_ = new QLabel(ed_.title(), this);
-    title_->setFont(screenFont(16));
-    office_ = framed(this, Qt::AlignCenter);
-    office_->setText(session().EigNamae.trimmed());
-    office_->setMinimumWidth(140);
+    QVBoxLayout* outer = buildFrame();
+    title_->setText(ed_.title());
     office_->installEventFilter(this);
-    mode_ = framed(this, Qt::AlignCenter);
-    mode_->setMinimumWidth(70);
-    top->addWidget(title_);
-    top->addStretch(1);
-    top->addWidget(office_);
-    top->addWidget(mode_);
-    outer->addLayout(top);
     outer->addWidget(buildHead());
     outer->addWidget(buildGrid());
     outer->addWidget(buildFoot());
@@ -44,9 +29,6 @@ void Slip_frm::build()
     tip_->setObjectName(QStringLiteral("ToolTipTextBox"));
     tip_->setStyleSheet(QStringLiteral("background:#ffffe1; border:1px solid #808080; padding:2px;"));
     tip_->hide();
-
-    for (QLineEdit* b : ebox_) b->installEventFilter(this);
-    for (QComboBox* c : cbox_) c->installEventFilter(this);
 }
 
 QWidget* Slip_frm::buildHead()
@@ -56,24 +38,10 @@ QWidget* Slip_frm::buildHead()
     g->setContentsMargins(0, 0, 0, 0);
     g->setHorizontalSpacing(8);
     g->setVerticalSpacing(6);
-    const int half = QFontMetrics(font()).horizontalAdvance(QLatin1Char('0'));
-    const char* tags[] = {"00_N#####0", "01_N####", "02_N##", "03_N##", "09_N#####0", "10_S32"};
-    const int widths[] = {8, 6, 4, 4, 8, 34};
-    for (int i = 0; i < 6; ++i) {
-        auto* b = new QLineEdit(w);
-        b->setProperty("Tag", QString::fromLatin1(tags[i]));
-        b->setFixedWidth(half * widths[i] + 12);
-        ebox_ << b;
-    }
-    const int listWidths[] = {16, 30, 20, 8, 14};
-    for (int i = 0; i < 5; ++i) {
-        auto* c = new QComboBox(w);
-        c->setFixedWidth(half * listWidths[i] + 30);
-        cbox_ << c;
-    }
+    const int half = halfWidth();
+    QHBoxLayout* date = buildHeadFields(w, {"00_N#####0", "01_N####", "02_N##", "03_N##", "09_N#####0", "10_S32"},
+                                        {8, 6, 4, 4, 8, 34}, {16, 30, 20, 8, 14});
     auto caption = [&](const QString& t) { return new QLabel(t, w); };
-    auto date = new QHBoxLayout;
-    weekday_ = SlipScreens::addDateRow(date, w, ebox_[YearBox], ebox_[MonthBox], ebox_[DayBox]);
 
     g->addWidget(caption(QStringLiteral("伝票No.")), 0, 0);
     g->addWidget(ebox_[DnoBox], 0, 1);
@@ -127,19 +95,13 @@ QWidget* Slip_frm::buildGrid()
     g->setContentsMargins(0, 6, 0, 0);
     g->setHorizontalSpacing(2);
     g->setVerticalSpacing(2);
-    const int half = QFontMetrics(font()).horizontalAdvance(QLatin1Char('0'));
+    const int half = halfWidth();
     const QString heads[] = {QStringLiteral("行"), QStringLiteral("区分"), QStringLiteral("商品コード"),
                              QStringLiteral("商品名"), QStringLiteral("数量"),
                              ed_.sales() ? QStringLiteral("原単価") : QStringLiteral("売単価"), QStringLiteral("単価"),
                              ed_.sales() ? QStringLiteral("原価金額") : QStringLiteral("売価金額"),
                              QStringLiteral("金額"), QStringLiteral("消費税"), QStringLiteral("税区分")};
-    for (int c = 0; c < 11; ++c) {
-        auto* h = new QLabel(heads[c], w);
-        h->setAlignment(Qt::AlignCenter);
-        h->setFrameShape(QFrame::Panel);
-        h->setFrameShadow(QFrame::Raised);
-        g->addWidget(h, 0, c);
-    }
+    for (int c = 0; c < 11; ++c) g->addWidget(SlipScreens::raised(w, heads[c]), 0, c);
     const int widths[GridFieldCount] = {7, 14, 23, 6, 11, 11, 11, 11, 8};
     for (int r = 0; r < SlipEditor::RowCount; ++r) {
         lineNo_[r] = framed(w, Qt::AlignCenter);
@@ -193,7 +155,7 @@ QWidget* Slip_frm::buildFoot()
     auto* sums = new QHBoxLayout;
     const QString captions[] = {QStringLiteral("税抜合計額"), QStringLiteral("消費税額"), QStringLiteral("総合計額"),
                                 QStringLiteral("粗利益"), QStringLiteral("粗利率")};
-    const int half = QFontMetrics(font()).horizontalAdvance(QLatin1Char('0'));
+    const int half = halfWidth();
     sums->addStretch(1);
     for (int i = 0; i < 5; ++i) {
         sums->addWidget(new QLabel(captions[i], w));
@@ -204,16 +166,11 @@ QWidget* Slip_frm::buildFoot()
     }
     v->addLayout(sums);
 
-    auto* buttons = new QHBoxLayout;
-    const QString names[CommandCount] = {QStringLiteral("画面消去(F1)"), QStringLiteral("伝票削除(F2)"),
-                                         QStringLiteral("行削除(F3)"),  QStringLiteral("行挿入(F4)"),
-                                         QStringLiteral("一覧(F6)"),    QStringLiteral("保存(F10)"),
-                                         QStringLiteral("ﾒﾆｭｰに戻る(Esc)")};
-    for (int i = 0; i < CommandCount; ++i) {
-        commands_[i] = new QPushButton(names[i], w);
-        commands_[i]->setFocusPolicy(Qt::NoFocus);
-        buttons->addWidget(commands_[i]);
-    }
+    addButtons(v, w,
+               {QStringLiteral("画面消去(F1)"), QStringLiteral("伝票削除(F2)"), QStringLiteral("行削除(F3)"),
+                QStringLiteral("行挿入(F4)"), QStringLiteral("一覧(F6)"), QStringLiteral("保存(F10)"),
+                QStringLiteral("ﾒﾆｭｰに戻る(Esc)")},
+               commands_);
     commands_[LineDelCmd]->setObjectName(QStringLiteral("lineDel"));
     commands_[LineInsCmd]->setObjectName(QStringLiteral("lineIns"));
     connect(commands_[ClearCmd], &QPushButton::clicked, this, [this] { doFunctionKey(vbKeyF1); });
@@ -222,9 +179,6 @@ QWidget* Slip_frm::buildFoot()
     connect(commands_[LineInsCmd], &QPushButton::clicked, this, [this] { lineInsert(lastRow_); });
     connect(commands_[SaveCmd], &QPushButton::clicked, this, [this] { doFunctionKey(vbKeyF10); });
     connect(commands_[CloseCmd], &QPushButton::clicked, this, [this] { close(); });
-    v->addLayout(buttons);
-    message_ = framed(w);
-    v->addWidget(message_);
     return w;
 }
 

@@ -87,6 +87,15 @@ QLabel* framed(QWidget* parent, Qt::Alignment align)
     return l;
 }
 
+QLabel* raised(QWidget* parent, const QString& text)
+{
+    auto* h = new QLabel(text, parent);
+    h->setAlignment(Qt::AlignCenter);
+    h->setFrameShape(QFrame::Panel);
+    h->setFrameShadow(QFrame::Raised);
+    return h;
+}
+
 QLabel* addDateRow(QHBoxLayout* row, QWidget* parent, QLineEdit* year, QLineEdit* month, QLineEdit* day)
 {
     row->setSpacing(4);

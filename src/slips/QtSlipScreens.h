@@ -5,7 +5,7 @@
 #include <functional>
 #include <optional>
 #include <QString>
-#include "slips/SlipEditor.h"
+#include "slips/SlipHeadEditor.h"
 
 class QComboBox;
 class QHBoxLayout;
@@ -35,6 +35,8 @@ void selectCode(QComboBox* list, const std::optional<qint64>& code);
 void setTextIfChanged(QLineEdit* box, const QString& text);
 
 QLabel* framed(QWidget* parent, Qt::Alignment align = Qt::AlignLeft | Qt::AlignVCenter);
+// A column heading of a grid.
+QLabel* raised(QWidget* parent, const QString& text);
 // Year, month and day boxes with their captions (the era named first with era years) and
 // the weekday label, which is returned.
 QLabel* addDateRow(QHBoxLayout* row, QWidget* parent, QLineEdit* year, QLineEdit* month, QLineEdit* day);

@@ -14,31 +14,16 @@ QSqlDatabase db() { return session().MasterDb; }
 }  // namespace
 
 SlipEditor::SlipEditor(const QString& kind)
-    : kind_(kind == QLatin1String("Dsr") ? QStringLiteral("Dsr") : QStringLiteral("Dur"))
+    : SlipHeadEditor(kind == QLatin1String("Dsr") ? QStringLiteral("Dsr") : QStringLiteral("Dur"),
+                     kind != QLatin1String("Dsr"))
 {
 }
 
 QString SlipEditor::lineTable() const { return sales() ? QStringLiteral("Dud") : QStringLiteral("Dsd"); }
 QString SlipEditor::side() const { return sales() ? QStringLiteral("URI") : QStringLiteral("KAI"); }
-QString SlipEditor::title() const { return slipKind(kind_)->title; }
-QString SlipEditor::classCaption() const { return sales() ? QStringLiteral("得意先分類") : QStringLiteral("仕入先分類"); }
-QString SlipEditor::partnerCaption() const { return sales() ? QStringLiteral("得意先") : QStringLiteral("仕入先"); }
-QString SlipEditor::classTable() const { return sales() ? QStringLiteral("Tbn") : QStringLiteral("Sbn"); }
-QString SlipEditor::partnerTable() const { return sales() ? QStringLiteral("Tor") : QStringLiteral("Sir"); }
-QStringList SlipEditor::lineKinds() const { return lineKubunTexts(kind_); }
-QStringList SlipEditor::settlementTexts() const { return headKubunTexts(kind_); }
-
-void SlipEditor::loadLists()
-{
-    classEntries = CodeTableEntries(classTable());
-    tanEntries = CodeTableEntries(QStringLiteral("Tan"));
-    fillPartnerEntries();
-}
-
-void SlipEditor::fillPartnerEntries()
-{
-    partnerEntries = sales() ? TorShopEntries(classFilter(head.ClassCode)) : SirEntries(classFilter(head.ClassCode));
-}
+QString SlipEditor::title() const { return slipKind(kind())->title; }
+QStringList SlipEditor::lineKinds() const { return lineKubunTexts(kind()); }
+QStringList SlipEditor::settlementTexts() const { return headKubunTexts(kind()); }
 
 void SlipEditor::resetHeadFields()
 {
@@ -57,7 +42,7 @@ void SlipEditor::clearDisplay()
     Getudo.clear();
     totals = SlipTotalTexts();
     classEntries = CodeTableEntries(classTable());
-    head.Dno = FormatRight(double(GetNextDno(kind_, session().EigCode)), SlipFormat::Dno);
+    head.Dno = FormatRight(double(GetNextDno(kind(), session().EigCode)), SlipFormat::Dno);
     head.Kubun = 0;
 }
 
@@ -69,27 +54,13 @@ void SlipEditor::clearLines()
     showLines();
 }
 
-long SlipEditor::number() const
-{
-    bool ok = true;
-    return ToInt32(head.Dno, &ok);
-}
-
-QDate SlipEditor::slipDate() const { return BoxesToDate(head.Year, head.Month, head.Day); }
-
-void SlipEditor::refreshWeekday() { weekday = WeekdayText(slipDate()); }
-
 SlipEditor::NumberOutcome SlipEditor::enterNumber()
 {
-    const short office = session().EigCode;
-    long n = number();
-    if (!mode.isEmpty() && n != 0 && n == loadedDno) return NumberOutcome::Unchanged;
-    if (n == 0) n = GetNextDno(kind_, office);
-    const bool exists = scalar(db(), QStringLiteral("SELECT Dno FROM %1 WHERE Dno=? AND EigCode=?").arg(kind_),
-                               {qlonglong(n), office})
-                            .isValid();
+    long n = 0;
+    const std::optional<bool> stored = findNumber(n);
+    if (!stored) return NumberOutcome::Unchanged;
     loadedDno = n;
-    if (exists) {
+    if (*stored) {
         mode = QStringLiteral("EDIT");
         clearLines();
         showSlip(n);
@@ -99,21 +70,12 @@ SlipEditor::NumberOutcome SlipEditor::enterNumber()
     mode = QStringLiteral("NEW");
     resetHeadFields();
     head.Dno = FormatRight(double(n), SlipFormat::Dno);
-    const DateBoxes d = DateToBoxes(session().SlipDate.isValid() ? session().SlipDate : QDate::currentDate());
-    head.Year = d.year.trimmed();
-    head.Month = d.month.trimmed();
-    head.Day = d.day.trimmed();
-    refreshWeekday();
+    showDate(session().SlipDate.isValid() ? session().SlipDate : QDate::currentDate());
     head.Kubun = 0;
     clearLines();
     // Only a notice: the typed number stands.
-    if (n != GetNextDno(kind_, office)) Tell(QStringLiteral("伝票番号が連番でないですが、よろしいですか？"));
+    if (n != GetNextDno(kind(), session().EigCode)) Tell(QStringLiteral("伝票番号が連番でないですが、よろしいですか？"));
     return NumberOutcome::New;
-}
-
-void SlipEditor::classLeft()
-{
-    if (!head.Partner) fillPartnerEntries();
 }
 
 QString SlipEditor::zeiNoticeText(short zeituuchi, bool displaying)
@@ -137,11 +99,7 @@ bool SlipEditor::readPartner(qint64 code, bool displaying)
     SlipZeituuchi = short(q.value(QStringLiteral("Zeituuchi")).toInt());
     simeText = QString::number(q.value(QStringLiteral("Sime")).toInt());
     if (sales()) nouEntries = NouEntries(code);
-    if (!displaying) {
-        if (!head.ClassCode)
-            head.ClassCode = q.value(sales() ? QStringLiteral("TbnCode") : QStringLiteral("SbnCode")).toLongLong();
-        if (!head.TanCode && code != 0) head.TanCode = q.value(QStringLiteral("TanCode")).toLongLong();
-    }
+    if (!displaying) takeClassAndStaff(q, code, sales() ? QStringLiteral("TbnCode") : QStringLiteral("SbnCode"));
     return true;
 }
 
@@ -156,35 +114,16 @@ bool SlipEditor::partnerChosen()
 bool SlipEditor::checkPeriod()
 {
     bool ok = true;
-    const QString g = ::checkPeriod(head.Year, head.Month, head.Day, ToInt16(simeText, &ok));
-    if (g == QLatin1String("RangeOver")) {
-        Tell(QStringLiteral("対象年度の範囲内ではありません。"));
-        return false;
-    }
-    Getudo = g;
-    return true;
+    return takeClosingMonth(ToInt16(simeText, &ok));
 }
 
 bool SlipEditor::showSlip(long dno)
 {
     const short office = session().EigCode;
-    Query h(db(), QStringLiteral("SELECT * FROM %1 WHERE Dno=? AND EigCode=?").arg(kind_), {qlonglong(dno), office});
+    Query h(db(), QStringLiteral("SELECT * FROM %1 WHERE Dno=? AND EigCode=?").arg(kind()), {qlonglong(dno), office});
     if (!h.next()) return false;
-    const DateBoxes d = DateToBoxes(QDate::fromString(NullToEmpty(h.value(QStringLiteral("Hizuke"))), Qt::ISODate));
-    head.Year = d.year.trimmed();
-    head.Month = d.month.trimmed();
-    head.Day = d.day.trimmed();
-    weekday = d.weekday;
-    head.TanCode = codeOf(h.value(QStringLiteral("TanCode")));
-    head.ClassCode = codeOf(h.value(sales() ? QStringLiteral("TbnCode") : QStringLiteral("SbnCode")));
-    head.Partner = codeOf(h.value(sales() ? QStringLiteral("TorCode") : QStringLiteral("SirCode")));
-    fillPartnerEntries();
-    if (head.Partner && !containsCode(partnerEntries, *head.Partner)) {
-        const std::optional<qint64> cls = head.ClassCode;
-        head.ClassCode.reset();
-        fillPartnerEntries();
-        head.ClassCode = cls;
-    }
+    showStoredHead(h, sales() ? QStringLiteral("TbnCode") : QStringLiteral("SbnCode"),
+                   sales() ? QStringLiteral("TorCode") : QStringLiteral("SirCode"));
     if (head.Partner) readPartner(*head.Partner, true);
     zeiNotice = zeiNoticeText(SlipZeituuchi, true);
     const QString tekiyo = NullToEmpty(h.value(QStringLiteral("Tekiyo")));
@@ -234,18 +173,7 @@ QString quantityRefusal() { return QStringLiteral("数量に不適切な数値�
 
 SlipFocus SlipEditor::checkSlip()
 {
-    if (!HasText(head.Dno)) {
-        Tell(QStringLiteral("伝票番号が不正です。"));
-        return SlipFocus::Number;
-    }
-    if (!BoxesAreDate(head.Year, head.Month, head.Day)) {
-        Tell(QStringLiteral("日付が不正です。"));
-        return SlipFocus::Year;
-    }
-    if (!head.Partner || *head.Partner < 1) {
-        Tell(sales() ? QStringLiteral("得意先が記入されていません。") : QStringLiteral("仕入先が記入されていません。"));
-        return SlipFocus::Partner;
-    }
+    if (const SlipFocus f = checkHead(HasText(head.Dno)); f != SlipFocus::None) return f;
     // There is no entry that means the customer itself.
     if (!nouEntries.isEmpty() && !head.NouCode) {
         Tell(QStringLiteral("納入先が記入されていません。"));
@@ -290,10 +218,3 @@ SlipLookup SlipEditor::productLookup() const
     if (nou == 0) return {QStringLiteral("Tka"), partner, QString()};
     return {QStringLiteral("Nka"), partner, QString::number(nou)};
 }
-
-SlipLookup SlipEditor::partnerLookup() const
-{
-    return {partnerTable(), head.ClassCode ? QString::number(*head.ClassCode) : QStringLiteral("ALL"), QString()};
-}
-
-SlipLookup SlipEditor::classLookup() const { return {classTable(), QString(), QString()}; }

@@ -4,22 +4,13 @@
 // checks before saving. The form copies its widgets into `head` and `rows`, calls one
 // operation, and shows what the operation left there.
 #include <array>
-#include <optional>
-#include <QDate>
-#include <QList>
 #include <QString>
 #include <QStringList>
-#include "entry/ChoiceLists.h"
+#include "slips/SlipHeadEditor.h"
 #include "slips/SlipLine.h"
 
-struct SlipHead {
-    QString Dno;                        // "伝票No." as typed
-    QString Year, Month, Day;
-    std::optional<qint64> ClassCode;    // TbnCode / SbnCode
-    std::optional<qint64> Partner;      // TorCode / SirCode
-    std::optional<qint64> NouCode;      // sales only
+struct SlipHead : PartnerHead {
     int Kubun = 0;                      // settlement list position, -1 none
-    std::optional<qint64> TanCode;
     QString SNo;
     QString Tekiyo;
 };
@@ -28,15 +19,7 @@ struct SlipTotalTexts {
     QString net, zei, total, profit, rate;   // "税抜合計額" .. "粗利率"
 };
 
-// Where the focus goes after a check refused the slip.
-enum class SlipFocus { None, Number, Year, Partner, Nou, FirstRowKind };
-
-// A lookup list call: the table word and its two filters.
-struct SlipLookup {
-    QString table, filter1, filter2;
-};
-
-class SlipEditor {
+class SlipEditor : public SlipHeadEditor {
 public:
     static constexpr int LineCount = 15;
     static constexpr int RowCount = 6;
@@ -46,46 +29,27 @@ public:
     explicit SlipEditor(const QString& kind);
 
     // What the kind decides at load.
-    const QString& kind() const { return kind_; }
-    bool sales() const { return kind_ == QLatin1String("Dur"); }
+    bool sales() const { return customers(); }
     QString lineTable() const;
     QString side() const;
     QString title() const;
-    QString classCaption() const;
-    QString partnerCaption() const;
-    QString classTable() const;
-    QString partnerTable() const;
     QStringList lineKinds() const;
     QStringList settlementTexts() const;
 
     // Screen state besides the fields.
     SlipHead head;
-    QString mode;                       // "NEW", "EDIT", or empty while waiting for a number
-    long loadedDno = 0;
     short SlipHsuType = 0, SlipHsu = 0, SlipZeituuchi = 0;
     QString simeText;                   // "締日" label
     QString zeiNotice;                  // "税通知" label
-    QString weekday;
-    QString Getudo;
-    QList<ListEntry> classEntries, partnerEntries, nouEntries, tanEntries;
     std::array<SlipLine, LineCount> lines;
     std::array<SlipRow, RowCount> rows;
     int Bar = 0;
     SlipTotalTexts totals;
 
     // Head.
-    void loadLists();
     void clearDisplay();
     void clearLines();
-    enum class NumberOutcome { New, Edit, Unchanged };
-    // Enter in the number field: 0 brings the counter, then NEW or EDIT with the slip shown.
-    // The number is remembered: Enter on the number already in work changes nothing.
-    NumberOutcome enterNumber();
-    long number() const;
-    QDate slipDate() const;
-    void refreshWeekday();
-    // Leaving the class list without a partner refills the partner list.
-    void classLeft();
+    NumberOutcome enterNumber() override;
     // Leaving the partner list with a choice; false when checkPeriod refused the date.
     bool partnerChosen();
     static QString zeiNoticeText(short zeituuchi, bool displaying);
@@ -104,8 +68,6 @@ public:
 
     // Lookups of F6.
     SlipLookup productLookup() const;
-    SlipLookup partnerLookup() const;
-    SlipLookup classLookup() const;
 
     // Grid. `row` is 0..5, the line is Bar + row.
     void showLines();
@@ -131,12 +93,12 @@ public:
     // A cell reformatted on leaving it.
     static QString formatCell(const QString& text, const QString& format);
 
+    using SlipHeadEditor::partnerHead;
+    PartnerHead& partnerHead() override { return head; }
+
 private:
-    void fillPartnerEntries();
     void resetHeadFields();
     bool readPartner(qint64 code, bool displaying);
     void showLine(int row);
     void readProductPrices(int row, const QString& storedCode);
-
-    QString kind_;
 };

@@ -7,27 +7,12 @@
 #include "slips/SlipEditor.h"
 #include "slips/SlipKinds.h"
 #include "slips/SlipNumbering.h"
+#include "slips/SlipUnits.h"
 #include "store/Sql.h"
 
+using namespace SlipUnits;
+
 namespace {
-
-// Numbers taken by other stations one after another; only a flood of them ends the save here.
-constexpr int kMaxNumberAttempts = 20;
-
-void tellFailure(const QSqlError& e) { Tell(StoreErrorText(e)); }
-
-struct Step {
-    ErrorClass cls = ErrorClass::None;
-    QSqlError error;
-    bool ok() const { return cls == ErrorClass::None; }
-};
-
-Step run(const QSqlDatabase& db, const QString& sql, const QVariantList& binds)
-{
-    Step s;
-    s.cls = execSql(db, sql, binds, &s.error);
-    return s;
-}
 
 Step cancelRows(const QSqlDatabase& db, const SlipEditor& ed, long dno, short office)
 {
@@ -35,7 +20,7 @@ Step cancelRows(const QSqlDatabase& db, const SlipEditor& ed, long dno, short of
     const QVariantList key = {qlonglong(dno), office};
     // The number alone decides, whatever the office: a like number elsewhere answers for it.
     Query first(db, QStringLiteral("SELECT ThiFlag FROM %1 WHERE Dno=? LIMIT 1").arg(line), {qlonglong(dno)});
-    if (!first.ok()) return Step{first.errorClass(), first.error()};
+    if (!first.ok()) return failed(first.errorClass(), first.error());
     const QVariant flag = first.next() ? first.value(0) : QVariant();
     first.raw().finish();
     if (!flag.isValid())
@@ -114,71 +99,41 @@ SlipSaveResult Register(SlipEditor& ed, const QString& mode)
     const QSqlDatabase db = s.MasterDb;
     const short office = s.EigCode;
     long number = ed.number();
+    bool changed = false;
 
     // A message never waits for the clerk while the write lock is held: other stations would stall.
     if (mode == QLatin1String("EDIT") && !ed.checkPeriod()) return out;
-    UnitOfWork unit(db);
-    auto fail = [&](const QSqlError& e) {
-        unit.rollback();
-        tellFailure(e);
-        return out;
-    };
-    if (!unit.active()) return fail(unit.error());
-    Query head(db, QStringLiteral("SELECT Dno FROM %1 WHERE Dno=? AND EigCode=?").arg(ed.kind()),
-               {qlonglong(number), office});
-    if (!head.ok()) return fail(head.error());
-    const bool exists = head.next();
-    head.raw().finish();
-    // Typing a number far ahead moves the counter on; an old free number leaves it alone.
-    QSqlError raiseError;
-    if (!exists && !RaiseNextDno(ed.kind(), office, number + 1, &raiseError)) return fail(raiseError);
-    if (mode == QLatin1String("EDIT")) {
-        const Step c = cancelRows(db, ed, number, office);
-        if (!c.ok()) return fail(c.error);
-    }
-
-    Step last;
-    bool written = false;
-    for (int attempt = 0; attempt < kMaxNumberAttempts && !written; ++attempt) {
-        // The rows of one number: a duplicate takes back only these, not the cancellation.
-        UnitOfWork rows(db);
-        if (!rows.active()) return fail(rows.error());
-        last = writeHead(db, ed, number, date, office);
-        if (last.ok()) last = writeLines(db, ed, number, date, office);
-        if (last.ok()) {
-            if (!rows.commit()) return fail(rows.error());
-            written = true;
-            break;
+    const bool saved = inUnit([&]() -> Step {
+        Query head(db, QStringLiteral("SELECT Dno FROM %1 WHERE Dno=? AND EigCode=?").arg(ed.kind()),
+                   {qlonglong(number), office});
+        if (!head.ok()) return failed(head.errorClass(), head.error());
+        const bool exists = head.next();
+        head.raw().finish();
+        // Typing a number far ahead moves the counter on; an old free number leaves it alone.
+        QSqlError raiseError;
+        if (!exists && !RaiseNextDno(ed.kind(), office, number + 1, &raiseError))
+            return failed(classifyError(raiseError), raiseError);
+        if (mode == QLatin1String("EDIT")) {
+            const Step c = cancelRows(db, ed, number, office);
+            if (!c.ok()) return c;
         }
-        rows.rollback();
-        if (last.cls != ErrorClass::Duplicate) break;
-        // Another station took the number meanwhile; the counter is left as it is.
-        out.numberChanged = true;
-        number = nextFreeDno(ed.kind(), office);
-    }
-    if (!written) return fail(last.error);
-    if (!unit.commit()) return fail(unit.error());
+        // A duplicate takes back the rows of one number, not the cancellation before them.
+        return underFreeNumber(ed.kind(), office, number, changed, [&](long n) {
+            const Step h = writeHead(db, ed, n, date, office);
+            return h.ok() ? writeLines(db, ed, n, date, office) : h;
+        });
+    });
+    if (!saved) return out;
     out.saved = true;
     out.dno = number;
+    out.numberChanged = changed;
     ed.head.Dno = FormatRight(double(number), SlipFormat::Dno);
-    if (out.numberChanged)
-        Tell(QStringLiteral("伝票は、No.") + QString::number(number) + QStringLiteral("で登録されました。"));
+    if (changed) Tell(QStringLiteral("伝票は、No.") + QString::number(number) + QStringLiteral("で登録されました。"));
     return out;
 }
 
 bool cancelOldSlip(SlipEditor& ed)
 {
     if (!ed.checkPeriod()) return false;
-    const QSqlDatabase db = session().MasterDb;
-    UnitOfWork unit(db);
-    auto fail = [&](const QSqlError& e) {
-        unit.rollback();
-        tellFailure(e);
-        return false;
-    };
-    if (!unit.active()) return fail(unit.error());
-    const Step c = cancelRows(db, ed, ed.number(), session().EigCode);
-    if (!c.ok()) return fail(c.error);
-    if (!unit.commit()) return fail(unit.error());
-    return true;
+    return inUnit([&] { return cancelRows(session().MasterDb, ed, ed.number(), session().EigCode); });
 }

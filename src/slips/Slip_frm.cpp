@@ -34,10 +34,11 @@ Slip_frm::SlipListPicker& slipListHook()
 }
 
 // The keys the four lists ignore while a saved slip is amended; Enter, the arrows that move
-// the focus, Tab and Esc still work.
+// the focus, Tab, Esc and the function keys still work.
 bool movesOnly(int key)
 {
-    return key == vbKeyReturn || key == vbKeyUp || key == vbKeyDown || key == vbKeyTab || key == vbKeyEscape;
+    return key == vbKeyReturn || key == vbKeyUp || key == vbKeyDown || key == vbKeyTab || key == vbKeyEscape
+           || (key >= vbKeyF1 && key <= vbKeyF12);
 }
 }  // namespace
 
@@ -45,12 +46,9 @@ void Slip_frm::setLookup(Lookup f) { SlipScreens::setLookup(std::move(f)); }
 void Slip_frm::setPlainQuestion(PlainQuestion f) { SlipScreens::setPlainQuestion(std::move(f)); }
 void Slip_frm::setSlipListPicker(SlipListPicker f) { slipListHook() = std::move(f); }
 
-Slip_frm::Slip_frm(QWidget* parent) : QWidget(parent), ed_(session().MenuKey)
+Slip_frm::Slip_frm(QWidget* parent) : SlipScreenForm(parent, TanList), ed_(session().MenuKey)
 {
-    setAttribute(Qt::WA_DeleteOnClose);
-    bu_.Form = this;
     session().SlipDate = QDate::currentDate();
-    setFont(screenFont());
     setWindowTitle(ed_.title());
     build();
 
@@ -73,47 +71,21 @@ Slip_frm::~Slip_frm() = default;
 
 void Slip_frm::pushHead()
 {
+    pushPartnerHead();
     SlipHead& h = ed_.head;
-    h.Dno = ebox_[DnoBox]->text();
-    h.Year = ebox_[YearBox]->text().trimmed();
-    h.Month = ebox_[MonthBox]->text().trimmed();
-    h.Day = ebox_[DayBox]->text().trimmed();
     h.SNo = ebox_[SNoBox]->text();
     h.Tekiyo = ebox_[TekiyoBox]->text();
-    h.ClassCode = listCode(cbox_[ClassList]);
-    h.Partner = listCode(cbox_[PartnerList]);
-    h.NouCode = ed_.sales() ? listCode(cbox_[NouList]) : std::nullopt;
     h.Kubun = cbox_[KubunList]->currentIndex();
-    h.TanCode = listCode(cbox_[TanList]);
-}
-
-void Slip_frm::pullLists()
-{
-    const QList<ListEntry>* entries[] = {&ed_.classEntries, &ed_.partnerEntries, &ed_.nouEntries, nullptr,
-                                         &ed_.tanEntries};
-    for (int i = 0; i < 5; ++i) {
-        if (!entries[i] || *entries[i] == shown_[i]) continue;
-        setListEntries(cbox_[i], *entries[i]);
-        shown_[i] = *entries[i];
-    }
 }
 
 void Slip_frm::pullHead()
 {
     pulling_ = true;
-    pullLists();
+    pullPartnerHead();
     const SlipHead& h = ed_.head;
-    setTextIfChanged(ebox_[DnoBox], h.Dno);
-    setTextIfChanged(ebox_[YearBox], h.Year);
-    setTextIfChanged(ebox_[MonthBox], h.Month);
-    setTextIfChanged(ebox_[DayBox], h.Day);
     setTextIfChanged(ebox_[SNoBox], h.SNo);
     setTextIfChanged(ebox_[TekiyoBox], h.Tekiyo);
-    selectCode(cbox_[ClassList], h.ClassCode);
-    selectCode(cbox_[PartnerList], h.Partner);
-    if (ed_.sales()) selectCode(cbox_[NouList], h.NouCode);
     cbox_[KubunList]->setCurrentIndex(h.Kubun < cbox_[KubunList]->count() ? h.Kubun : -1);
-    selectCode(cbox_[TanList], h.TanCode);
     setSettlementColour();
     pulling_ = false;
 }
@@ -163,28 +135,9 @@ void Slip_frm::clearLines()
     tip_->hide();
 }
 
-void Slip_frm::numberEnter(int& keyCode)
+bool Slip_frm::listLeft(int index)
 {
-    pushHead();
-    const SlipEditor::NumberOutcome outcome = ed_.enterNumber();
-    if (outcome == SlipEditor::NumberOutcome::Unchanged) return;
-    if (outcome == SlipEditor::NumberOutcome::New) {
-        bu_.clearDisplay();
-        bu_.State = QStringLiteral("NEW");
-        pullAll();
-        mode_->setText(QStringLiteral("新規"));
-        return;
-    }
-    bu_.State = QStringLiteral("EDIT");
-    pullAll();
-    mode_->setText(QStringLiteral("参照"));
-    ebox_[DnoBox]->selectAll();
-    keyCode = 0;
-}
-
-void Slip_frm::listLeft(int index)
-{
-    if (pulling_ || leaving_) return;
+    if (pulling_ || leaving_) return true;
     // The grid may hold text typed without Enter; it is read back before anything redraws it.
     pushHead();
     pushRows();
@@ -194,12 +147,12 @@ void Slip_frm::listLeft(int index)
         pullHead();
         break;
     case PartnerList:
-        if (!ed_.head.Partner) return;
-        if (ed_.sales() && ed_.head.NouCode) return;
+        if (!ed_.head.Partner) return true;
+        if (ed_.sales() && ed_.head.NouCode) return true;
         if (!ed_.partnerChosen()) {
             pullAll();
             bu_.focusItem(1);
-            return;
+            return false;
         }
         pullAll();
         break;
@@ -209,6 +162,7 @@ void Slip_frm::listLeft(int index)
     default:
         break;
     }
+    return true;
 }
 
 void Slip_frm::officeChange()
@@ -221,25 +175,6 @@ void Slip_frm::officeChange()
     bu_.Action(QStringLiteral("CLEAR"));
     clearLines();
     focusNumber();
-}
-
-void Slip_frm::focusNumber()
-{
-    bu_.focusItem(0);
-    // The counter offered is replaced by the first digit typed.
-    ebox_[DnoBox]->selectAll();
-}
-
-void Slip_frm::focusFor(SlipFocus f)
-{
-    switch (f) {
-    case SlipFocus::Number: focusNumber(); break;
-    case SlipFocus::Year: bu_.focusItem(1); break;
-    case SlipFocus::Partner: bu_.focusItem(5); break;
-    case SlipFocus::Nou: bu_.focusItem(6); break;
-    case SlipFocus::FirstRowKind: focusCell(fKubun, 0); break;
-    case SlipFocus::None: break;
-    }
 }
 
 bool Slip_frm::saveSlip(bool print)
@@ -297,38 +232,12 @@ void Slip_frm::deleteByButton()
         deleteShownSlip();
 }
 
-void Slip_frm::lookupInList(int index)
-{
-    pushHead();
-    const bool partner = index == PartnerList, hadClass = ed_.head.ClassCode.has_value();
-    const bool picked = pickIntoList(cbox_[index], partner ? ed_.partnerLookup() : ed_.classLookup(), [&] {
-        if (!partner || hadClass) return;
-        ed_.head.Partner.reset();
-        ed_.classLeft();
-        pullLists();
-    });
-    if (!picked) return;
-    // A pick acts as Enter on the list. Leaving it is done here: after the lookup window the
-    // focus may move on without the list ever being told.
-    bu_.Typed.clear();
-    listLeft(index);
-    if (focusWidget() != cbox_[index]) return;   // a refused date took the focus
-    leaving_ = true;
-    int key = vbKeyReturn;
-    bu_.cboxKeyDown(index, key, 0);
-    leaving_ = false;
-}
-
 void Slip_frm::pickSlipFromList()
 {
     const QString partner = runLookup({ed_.partnerTable(), QStringLiteral("ALL"), QString()});
     if (partner.isEmpty() || !slipListHook()) return;
     const QString number = slipListHook()(ed_.kind(), partner.toLongLong());
-    if (number.isEmpty()) return;
-    ebox_[DnoBox]->setText(number);
-    int key = vbKeyReturn;
-    numberEnter(key);
-    if (key != 0) bu_.eboxKeyDown(DnoBox, key, 0);
+    if (!number.isEmpty()) typeNumber(number);
 }
 
 void Slip_frm::doFunctionKey(int keyCode)
@@ -358,8 +267,6 @@ void Slip_frm::doFunctionKey(int keyCode)
     }
 }
 
-void Slip_frm::Unload() { close(); }
-
 // ---- events
 
 bool Slip_frm::eventFilter(QObject* watched, QEvent* event)
@@ -372,110 +279,46 @@ bool Slip_frm::eventFilter(QObject* watched, QEvent* event)
         return QWidget::eventFilter(watched, event);
     }
     const auto g = gridOf_.constFind(watched);
-    const int e = ebox_.indexOf(qobject_cast<QLineEdit*>(watched));
-    const int c = cbox_.indexOf(qobject_cast<QComboBox*>(watched));
+    if (g == gridOf_.constEnd()) {
+        if (event->type() == QEvent::FocusIn) tip_->hide();
+        const int c = cbox_.indexOf(qobject_cast<QComboBox*>(watched));
+        // The four lists of a saved slip are not changed by keys nor by the wheel.
+        if (c >= 0 && c <= KubunList && ed_.mode == QLatin1String("EDIT")) {
+            if (event->type() == QEvent::Wheel) return true;
+            if (event->type() == QEvent::KeyPress && !movesOnly(vbKeyCode(static_cast<QKeyEvent*>(event)))) return true;
+        }
+        return SlipScreenForm::eventFilter(watched, event);
+    }
     switch (event->type()) {
     case QEvent::FocusIn:
-        if (g != gridOf_.constEnd()) gridFocusIn(g->first, g->second);
-        else {
-            tip_->hide();
-            if (e >= 0) {
-                // The slip screen has two mode captions only: the controller's "修正" never shows,
-                // a saved slip stays "参照" while it is amended.
-                const QString caption = mode_->text();
-                bu_.eboxGotFocus(e);
-                mode_->setText(ed_.mode == QLatin1String("EDIT") ? QStringLiteral("参照") : caption);
-            } else if (c >= 0) {
-                bu_.cboxGotFocus(c);
-            }
+        gridFocusIn(g->first, g->second);
+        break;
+    case QEvent::FocusOut:
+        if (leftByTheClerk(event)) gridLeft(g->first, g->second);
+        break;
+    case QEvent::KeyPress: {
+        auto* k = static_cast<QKeyEvent*>(event);
+        const int key = vbKeyCode(k);
+        if (key >= vbKeyF1 && key <= vbKeyF12) {
+            // The grid's kind list passes every function key but F7.
+            if (!(g->first == fKubun && key == vbKeyF7)) doFunctionKey(key);
+            return true;
         }
-        break;
-    case QEvent::FocusOut: {
-        // A message or a list's popup taking the focus is not leaving the field.
-        const Qt::FocusReason r = static_cast<QFocusEvent*>(event)->reason();
-        if (r == Qt::ActiveWindowFocusReason || r == Qt::PopupFocusReason) break;
-        if (g != gridOf_.constEnd()) gridLeft(g->first, g->second);
-        else if (e >= 0) bu_.DecideEBoxLength(ebox_[e]);
-        else if (c >= 0) listLeft(c);
-        break;
+        return gridKey(g->first, g->second, key, vbShift(k));
     }
-    case QEvent::Wheel:
-        if (c >= 0 && c <= KubunList && ed_.mode == QLatin1String("EDIT")) return true;
-        break;
-    case QEvent::KeyPress:
-        return keyPress(watched, static_cast<QKeyEvent*>(event));
     default:
         break;
     }
     return QWidget::eventFilter(watched, event);
 }
 
-bool Slip_frm::keyPress(QObject* watched, QKeyEvent* ev)
+bool Slip_frm::ownHeadKey(bool isList, int index, int key, int, bool forward)
 {
-    const int key = vbKeyCode(ev);
-    const int shift = vbShift(ev);
-    const auto g = gridOf_.constFind(watched);
-    const bool inGrid = g != gridOf_.constEnd();
-    if (key >= vbKeyF1 && key <= vbKeyF12) {
-        // The grid's kind list passes every function key but F7.
-        if (!(inGrid && g->first == fKubun && key == vbKeyF7)) doFunctionKey(key);
-        return true;
-    }
-    if (inGrid) return gridKey(g->first, g->second, key, shift);
-    const int e = ebox_.indexOf(qobject_cast<QLineEdit*>(watched));
-    const int c = cbox_.indexOf(qobject_cast<QComboBox*>(watched));
-    if (e >= 0) return headKey(false, e, key, shift);
-    if (c >= 0) {
-        if (ed_.mode == QLatin1String("EDIT") && c <= KubunList && !movesOnly(key)) return true;
-        return headKey(true, c, key, shift);
-    }
-    return false;
-}
-
-bool Slip_frm::headKey(bool isList, int index, int key, int shift)
-{
-    int keyCode = key;
-    const bool forward = key == vbKeyReturn || key == vbKeyDown || (key == vbKeyTab && shift != vbShiftMask);
-    if (!isList && index == DnoBox && (key == vbKeyReturn || (key == vbKeyTab && shift != vbShiftMask))) {
-        numberEnter(keyCode);
-    } else if (!isList && index == TekiyoBox && forward) {
+    if (!forward) return false;
+    if (!isList && index == TekiyoBox) {
         bu_.DecideEBoxLength(ebox_[TekiyoBox]);
         focusCell(fKubun, 0);
         return true;
-    } else if (isList && index == PartnerList && forward) {
-        // A code typed on the keypad chooses first; nothing chosen keeps the focus here.
-        QComboBox* list = cbox_[PartnerList];
-        if (key == vbKeyReturn && !bu_.Typed.isEmpty() && bu_.Typed.size() <= 9) FindListCode(list, bu_.Typed.toInt());
-        if (list->currentIndex() < 0) {
-            bu_.Typed.clear();
-            QApplication::beep();
-            return true;
-        }
     }
-    if (keyCode != 0) {
-        if (isList) bu_.cboxKeyDown(index, keyCode, shift);
-        else bu_.eboxKeyDown(index, keyCode, shift);
-    }
-    if (!isList && index >= YearBox && index <= DayBox && forward) {
-        pushHead();
-        ed_.refreshWeekday();
-        pullLabels();
-    }
-    const bool handled = key == vbKeyTab || key == vbKeyReturn || key == vbKeyUp || key == vbKeyDown
-                         || key == vbKeyEscape;
-    return keyCode == 0 || keyCode != key || handled;
-}
-
-void Slip_frm::showEvent(QShowEvent* event)
-{
-    QWidget::showEvent(event);
-    if (shownOnce_) return;
-    shownOnce_ = true;
-    focusNumber();
-}
-
-void Slip_frm::closeEvent(QCloseEvent* event)
-{
-    QWidget::closeEvent(event);
-    showCaller(this);
+    return isList && index == PartnerList && partnerMissing(index, key);
 }

@@ -4,8 +4,7 @@
 // form copies its widgets to the editor, calls it, and shows what it left.
 #include <functional>
 #include <QHash>
-#include <QWidget>
-#include "entry/QtBureaucrat.h"
+#include "slips/QtSlipScreenForm.h"
 #include "slips/SlipEditor.h"
 
 class QComboBox;
@@ -14,7 +13,7 @@ class QLineEdit;
 class QPushButton;
 class QScrollBar;
 
-class Slip_frm : public QWidget, public BureaucratForm {
+class Slip_frm : public SlipScreenForm {
     Q_OBJECT
 public:
     // The grid's columns, in the order of a row.
@@ -28,23 +27,12 @@ public:
     explicit Slip_frm(QWidget* parent = nullptr);
     ~Slip_frm() override;
 
-    QList<QLineEdit*> ebox() const override { return ebox_; }
-    QList<QComboBox*> cbox() const override { return cbox_; }
-    QLabel* mode() const override { return mode_; }
-    QLabel* message() const override { return message_; }
-    QWidget* RecField() const override { return nullptr; }
     void Register(const QString& mode) override;
-    // Deleting runs through F2 and the button only.
-    bool deleteRec() override { return false; }
     void clearDisplay() override;
-    void Unload() override;
-
-    // The one place where function keys are acted on, whichever field has the focus.
-    void doFunctionKey(int keyCode);
+    void doFunctionKey(int keyCode) override;
     void clearLines();
 
     SlipEditor& editor() { return ed_; }
-    mBureaucrat& bureaucrat() { return bu_; }
     QLineEdit* box(Box b) const { return ebox_[b]; }
     QComboBox* list(List l) const { return cbox_[l]; }
     QWidget* cell(GridField f, int row) const { return cells_[row][f]; }
@@ -52,7 +40,6 @@ public:
     QLabel* lineNo(int row) const { return lineNo_[row]; }
     QScrollBar* Bar() const { return bar_; }
     QLabel* total(int i) const { return totals_[i]; }   // "税抜合計額" .. "粗利率"
-    QLabel* weekdayLabel() const { return weekday_; }
     QLabel* simeLabel() const { return sime_; }
     QLabel* zeiLabel() const { return zei_; }
     QLabel* officeLabel() const { return office_; }
@@ -72,9 +59,13 @@ public:
     static void setSlipListPicker(SlipListPicker f);
 
 protected:
+    SlipHeadEditor& headEditor() override { return ed_; }
+    void pushHead() override;
+    void pullAll() override;
+    bool listLeft(int index) override;
+    void focusFirstRow() override { focusCell(fKubun, 0); }
+    bool ownHeadKey(bool isList, int index, int key, int shift, bool forward) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
-    void showEvent(QShowEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     void build();
@@ -83,27 +74,17 @@ private:
     QWidget* buildFoot();
 
     // Widgets <-> editor.
-    void pushHead();
     void pushRows();
     void pushAll() { pushHead(); pushRows(); }
     void pullHead();
-    void pullLists();
     void pullLabels();
     void pullRows();
-    void pullAll();
     void setSettlementColour();
 
-    bool keyPress(QObject* watched, class QKeyEvent* e);
-    bool headKey(bool isList, int index, int keyCode, int shift);
-    void numberEnter(int& keyCode);
-    void listLeft(int index);
     void officeChange();
-    void focusNumber();
-    void focusFor(SlipFocus f);
     bool saveSlip(bool print);
     void deleteByKey();
     void deleteByButton();
-    void lookupInList(int index);
     void pickSlipFromList();
     void deleteShownSlip();
 
@@ -127,11 +108,7 @@ private:
     }
 
     SlipEditor ed_;
-    mBureaucrat bu_;
-    QList<QLineEdit*> ebox_;
-    QList<QComboBox*> cbox_;
-    QLabel *title_ = nullptr, *office_ = nullptr, *mode_ = nullptr, *message_ = nullptr;
-    QLabel *weekday_ = nullptr, *sime_ = nullptr, *zei_ = nullptr, *tip_ = nullptr;
+    QLabel *sime_ = nullptr, *zei_ = nullptr, *tip_ = nullptr;
     QLabel* nouCaption_ = nullptr;
     QWidget* cells_[SlipEditor::RowCount][GridFieldCount] = {};
     QLabel* zeiInfo_[SlipEditor::RowCount] = {};
@@ -140,9 +117,5 @@ private:
     QLabel* totals_[5] = {};
     QPushButton* commands_[CommandCount] = {};
     QHash<QObject*, std::pair<GridField, int>> gridOf_;
-    QList<ListEntry> shown_[5];
     int lastRow_ = 0;
-    bool pulling_ = false;
-    bool leaving_ = false;     // a list is being left by a pick; its focus-out adds nothing
-    bool shownOnce_ = false;
 };

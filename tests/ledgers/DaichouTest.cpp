@@ -21,8 +21,6 @@ bool post(qint64 tor, qint64 nou, const LedgerAmounts& a, const QString& month, 
     return ok;
 }
 
-const QString TorWhere = QStringLiteral("TorCode=? AND NouCode=? AND EigCode=1");
-
 } // namespace
 
 TEST(Daichou, CarryOfOneMonthByRowAndByBatch)
@@ -66,13 +64,11 @@ TEST(Daichou, CustomerPostingReachesTheDestinationAndTheCustomerRow)
         SCOPED_TRACE(testing::Message() << r.destinations << " " << r.nou << " " << r.seiFlag);
         EXPECT_EQ(c.tto(100, 0, 5, "NTotal"), r.own);
         EXPECT_EQ(c.tto(100, 1, 5, "NTotal"), r.dest);
+        // Every row reached carries the deposit through the year to its balance.
         for (qint64 nou : {qint64(0), qint64(1)}) {
             if ((nou == 0 ? r.own : r.dest) == Missing) continue;
-            EXPECT_EQ(c.tto(100, nou, 5, "Genkin"), 1000);
-            EXPECT_EQ(c.tto(100, nou, 5, "Zenkaigaku"), 0);
-            EXPECT_EQ(c.tto(100, nou, 6, "Zenkaigaku"), -1000);
-            EXPECT_EQ(c.zan("Tto", TorWhere, {100, nou}), -1000);
             EXPECT_EQ(c.tto(100, nou, 13, "Zenkaigaku"), -1000);
+            EXPECT_EQ(c.zan("Tto", TorWhere, {100, nou}), -1000);
         }
     }
 }

@@ -1,8 +1,8 @@
 #include "LedgerFixture.h"
-#include <QSqlRecord>
 #include "ledgers/LedgerBatch.h"
 #include "shell/Session.h"
 #include "store/Sql.h"
+#include "support/StoreSnapshot.h"
 
 namespace {
 QVariant money(qint64 yen) { return Money::fromYen(yen).toStore(); }
@@ -52,6 +52,13 @@ void LedgerCompany::addSir(qint64 code, int zeituuchi, int hsuType, int hsu)
 void LedgerCompany::addHin(const QString& code)
 {
     exec(QStringLiteral("INSERT INTO Hin (Code, HbnCode, Namae) VALUES (?, 1, ?)"), {code, QStringLiteral("商品") + code});
+}
+
+void LedgerCompany::usual()
+{
+    addTor(100);
+    addSir(7);
+    addHin(A);
 }
 
 void LedgerCompany::sale(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, const QList<SlipLine>& lines,
@@ -129,20 +136,7 @@ qint64 LedgerCompany::count(const QString& sql, const QVariantList& binds) const
     return q.next() ? q.value(0).toLongLong() : -1;
 }
 
-QStringList LedgerCompany::dump() const
-{
-    QStringList out;
-    for (const char* t : {"Dur", "Dud", "Dsr", "Dsd", "Dny", "Dsh", "Thi", "ThiD", "Tto", "TtoD", "Tsi", "TsiD"}) {
-        Query q(db(), QStringLiteral("SELECT * FROM %1 ORDER BY 1, 2, 3, 4").arg(QString::fromLatin1(t)));
-        while (q.next()) {
-            QStringList row{QString::fromLatin1(t)};
-            const QSqlRecord r = q.raw().record();
-            for (int i = 0; i < r.count(); ++i) row << (r.isNull(i) ? QStringLiteral("<null>") : r.value(i).toString());
-            out << row.join(QLatin1Char('|'));
-        }
-    }
-    return out;
-}
+QStringList LedgerCompany::dump() const { return storeFileRows(QStringLiteral("%1/SLIP.db").arg(session().Nendo)); }
 
 QStringList LedgerCompany::batch()
 {

@@ -36,6 +36,8 @@ public:
     void addNou(qint64 tor, qint64 code, int seiFlag, const QString& name = QStringLiteral("納入先"));
     void addSir(qint64 code, int zeituuchi = 1, int hsuType = 1, int hsu = 1);
     void addHin(const QString& code);
+    // Customer 100 and supplier 7 of the default modes, and product A.
+    void usual();
 
     // A sales or purchase slip, marked for ledger processing. headKubun 1 is cash.
     void sale(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, const QList<SlipLine>& lines,
@@ -51,7 +53,7 @@ public:
     qint64 thi(const QString& hin, int getudo, const QString& column, int eig = 1) const;
     qint64 zan(const QString& head, const QString& where, const QVariantList& binds) const;
     qint64 count(const QString& sql, const QVariantList& binds = {}) const;
-    // Every row of the slip and ledger tables, for before/after comparisons.
+    // Every row of the year's slip file, slips and ledgers, for before/after comparisons.
     QStringList dump() const;
     // Ledger processing with its progress texts; fails the test on an error.
     QStringList batch();
@@ -61,3 +63,5 @@ private:
 };
 
 inline constexpr qint64 Missing = -999999;
+inline const QString A = QStringLiteral("0000000000001");
+inline const QString TorWhere = QStringLiteral("TorCode=? AND NouCode=? AND EigCode=1");

@@ -6,7 +6,6 @@
 
 namespace {
 
-const QString A = QStringLiteral("0000000000001");
 const QString B = QStringLiteral("0000000000002");
 
 bool rebuild(RebuildKind kind, int from, int to)

@@ -22,14 +22,19 @@ protected:
                 "VALUES (2, 1, 'ｶﾜﾀﾞ', '川田工業', 20, 2, 4, 1)");
     }
 
-    // Number and Enter, then the partner (and destination) as a clerk chooses them.
-    static void startCash(CashSlipEditor& ed, const QString& number, qint64 partner, std::optional<qint64> nou = {})
+    using SlipTest::load;
+    static CashSlipEditor::NumberOutcome load(CashSlipEditor& ed, const QString& number)
     {
         ed.loadLists();
         ed.clearHead();
         ed.clearDisplay();
         ed.head.Dno = number;
-        ed.enterNumber();
+        return ed.enterNumber();
+    }
+    // Number and Enter, then the partner (and destination) as a clerk chooses them.
+    static void startCash(CashSlipEditor& ed, const QString& number, qint64 partner, std::optional<qint64> nou = {})
+    {
+        load(ed, number);
         ed.head.Partner = partner;
         ed.partnerChosen();
         if (nou) {
@@ -46,13 +51,13 @@ protected:
         ed.SumGaku();
     }
     // F10 on the core: the period first, then the save in the screen's mode.
-    static CashSaveResult save(CashSlipEditor& ed)
+    static SlipSaveResult save(CashSlipEditor& ed)
     {
         if (!ed.checkCashPeriod()) return {};
         return Register(ed, ed.mode);
     }
     // A deposit slip typed from scratch: one row per amount, all cash.
-    CashSaveResult deposit(qint64 tor, const QString& date, const QList<int>& amounts, std::optional<qint64> nou = {})
+    SlipSaveResult deposit(qint64 tor, const QString& date, const QList<int>& amounts, std::optional<qint64> nou = {})
     {
         CashSlipEditor ed("Dny");
         startCash(ed, "0", tor, nou);
@@ -65,33 +70,22 @@ protected:
     }
 
     // A ledger figure in yen; -1 when the row does not exist.
+    static qint64 yenOf(const QString& sql, const QVariantList& b)
+    {
+        const QVariant v = slipOne(sql, b);
+        return v.isValid() ? v.toLongLong() / 10000 : -1;
+    }
     static qint64 tto(qint64 tor, qint64 nou, int getudo, const char* column)
     {
-        const QVariant v = slipOne(QStringLiteral("SELECT %1 FROM TtoD WHERE TorCode=? AND NouCode=? AND Getudo=? "
-                                                  "AND EigCode=1").arg(column), {tor, nou, getudo});
-        return v.isValid() ? v.toLongLong() / 10000 : -1;
+        return yenOf(QString("SELECT %1 FROM TtoD WHERE TorCode=? AND NouCode=? AND Getudo=? AND EigCode=1").arg(column),
+                     {tor, nou, getudo});
     }
     static qint64 tsi(qint64 sir, int getudo, const char* column)
     {
-        const QVariant v = slipOne(QStringLiteral("SELECT %1 FROM TsiD WHERE SirCode=? AND Getudo=? AND EigCode=1")
-                                       .arg(column), {sir, getudo});
-        return v.isValid() ? v.toLongLong() / 10000 : -1;
+        return yenOf(QString("SELECT %1 FROM TsiD WHERE SirCode=? AND Getudo=? AND EigCode=1").arg(column), {sir, getudo});
     }
     static qint64 zanTto(qint64 tor, qint64 nou)
     {
-        const QVariant v = slipOne("SELECT Zan FROM Tto WHERE TorCode=? AND NouCode=? AND EigCode=1", {tor, nou});
-        return v.isValid() ? v.toLongLong() / 10000 : -1;
-    }
-    // Every row of a table as text, for "exactly as before" comparisons.
-    static QStringList dump(const QString& table)
-    {
-        QStringList out;
-        Query q(session().MasterDb, QStringLiteral("SELECT * FROM %1 ORDER BY 1, 2, 3").arg(table));
-        while (q.next()) {
-            QStringList cols;
-            for (int i = 0; i < q.raw().record().count(); ++i) cols << q.value(i).toString();
-            out << cols.join('|');
-        }
-        return out;
+        return yenOf("SELECT Zan FROM Tto WHERE TorCode=? AND NouCode=? AND EigCode=1", {tor, nou});
     }
 };

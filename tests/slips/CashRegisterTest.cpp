@@ -1,80 +1,23 @@
-#include <QSqlRecord>
+#include <functional>
+#include "shell/Dialogs.h"
 #include "slips/CashFixture.h"
 #include "slips/SlipNumbering.h"
+#include "support/StoreSnapshot.h"
 
-class CashRegisterTest : public CashTest {
-protected:
-    // The saved slip of that number back on a screen, as Enter in the number field shows it.
-    static void load(CashSlipEditor& ed, const QString& number)
-    {
-        ed.loadLists();
-        ed.clearHead();
-        ed.head.Dno = number;
-        ed.enterNumber();
-    }
-};
-
-TEST_F(CashRegisterTest, AmendingTenThousandToSevenThousandRaisesTheMonthBySevenThousand)
-{
-    ASSERT_TRUE(deposit(2, "2026/5/10", {500}).saved);   // another deposit of the month
-    const qint64 before = tto(2, 0, 5, "Genkin");
-    ASSERT_EQ(before, 500);
-
-    CashSlipEditor ed("Dny");
-    startCash(ed, "0", 2);
-    row(ed, 0, 1, "10000", "5月分");
-    const CashSaveResult first = save(ed);
-    ASSERT_TRUE(first.saved);
-    EXPECT_EQ(first.dno, 2);
-    EXPECT_EQ(tto(2, 0, 5, "Genkin"), before + 10000);
-
-    CashSlipEditor again("Dny");
-    load(again, "2");
-    ASSERT_EQ(again.mode, "EDIT");
-    EXPECT_EQ(again.rows[0].Gaku.trimmed(), "10,000");
-    again.rows[0].Gaku = "7000";
-    ASSERT_TRUE(save(again).saved);
-
-    EXPECT_EQ(tto(2, 0, 5, "Genkin"), before + 7000);
-    EXPECT_EQ(tto(2, 0, 5, "NTotal"), before + 7000);
-    EXPECT_EQ(tto(2, 0, 6, "Zenkaigaku"), -(before + 7000));
-    EXPECT_EQ(zanTto(2, 0), -(before + 7000));
-    EXPECT_EQ(tto(2, 0, 13, "Zenkaigaku"), -(before + 7000));
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny WHERE Dno<0 OR NGaku<0").toInt(), 0);
-    EXPECT_EQ(slipOne("SELECT NGaku FROM Dny WHERE Dno=2").toLongLong(), yen(7000));
-    EXPECT_EQ(slipOne("SELECT Nnaiyo FROM Dny WHERE Dno=2").toString(), "5月分");
-    EXPECT_EQ(GetNextDno("Dny", 1), 3);   // an amendment leaves the counter
-}
+class CashRegisterTest : public CashTest {};
 
 TEST_F(CashRegisterTest, ADepositMovedToAnotherClosingMonthLeavesTheOldMonth)
 {
     ASSERT_TRUE(deposit(2, "2026/5/15", {4000}).saved);
-    EXPECT_EQ(tto(2, 0, 5, "Furikomi") + tto(2, 0, 5, "Genkin"), 4000);
-
     CashSlipEditor ed("Dny");
     load(ed, "1");
     ed.head.Day = "25";                  // past the 20th: June's closing
     ASSERT_TRUE(save(ed).saved);
     EXPECT_EQ(tto(2, 0, 5, "NTotal"), 0);
     EXPECT_EQ(tto(2, 0, 6, "Genkin"), 4000);
-    EXPECT_EQ(tto(2, 0, 7, "Zenkaigaku"), -4000);
     EXPECT_EQ(tto(2, 0, 6, "Zenkaigaku"), 0);
+    EXPECT_EQ(tto(2, 0, 7, "Zenkaigaku"), -4000);
     EXPECT_EQ(slipOne("SELECT Getudo FROM Dny WHERE Dno=1").toInt(), 6);
-}
-
-TEST_F(CashRegisterTest, DeletingLowersTheMonthAtOnce)
-{
-    ASSERT_TRUE(deposit(2, "2026/5/15", {3000, 2000}).saved);
-    ASSERT_EQ(tto(2, 0, 5, "NTotal"), 5000);
-    CashSlipEditor ed("Dny");
-    load(ed, "1");
-    ASSERT_TRUE(reverseCashSlip(ed));
-    EXPECT_EQ(tto(2, 0, 5, "NTotal"), 0);
-    EXPECT_EQ(zanTto(2, 0), 0);
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
-    // Nothing left under the number: a second delete changes nothing.
-    EXPECT_TRUE(reverseCashSlip(ed));
-    EXPECT_EQ(tto(2, 0, 5, "NTotal"), 0);
 }
 
 TEST_F(CashRegisterTest, RowsAreWrittenUpToTheFirstGap)
@@ -85,22 +28,19 @@ TEST_F(CashRegisterTest, RowsAreWrittenUpToTheFirstGap)
         int written;
         qint64 nTotal;
     } cases[] = {
-        {"kinds by rank", {{1, "100"}, {2, "200"}, {3, "300"}, {4, "400"}, {5, "500"}, {6, "-50"}}, 6, 1450},
         {"zero amount ends it", {{1, "1000"}, {3, "0"}, {4, "500"}}, 1, 1000},
         {"no kind ends it", {{1, "1000"}, {2, "700"}, {0, "900"}, {4, "500"}}, 2, 1700},
         {"a fraction of a yen rounds as shown", {{1, "1,234.5"}}, 1, 1235},
     };
-    long number = 0;
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         CashSlipEditor ed("Dny");
         startCash(ed, "0", 3);
         for (int i = 0; i < c.rows.size(); ++i) row(ed, i, c.rows[i].first, c.rows[i].second);
-        const CashSaveResult r = save(ed);
+        const SlipSaveResult r = save(ed);
         ASSERT_TRUE(r.saved);
-        number = r.dno;
-        EXPECT_EQ(slipOne("SELECT count(*) FROM Dny WHERE Dno=?", {qlonglong(number)}).toInt(), c.written);
-        EXPECT_EQ(slipOne("SELECT max(Eda) FROM Dny WHERE Dno=?", {qlonglong(number)}).toInt(), c.written);
+        EXPECT_EQ(slipOne("SELECT count(*) || ':' || max(Eda) FROM Dny WHERE Dno=?", {qlonglong(r.dno)}).toString(),
+                  QString("%1:%1").arg(c.written));
         EXPECT_EQ(tto(3, 0, 5, "NTotal"), c.nTotal);
         ASSERT_TRUE(reverseCashSlip(ed));
     }
@@ -116,53 +56,29 @@ TEST_F(CashRegisterTest, RowsAreWrittenUpToTheFirstGap)
 TEST_F(CashRegisterTest, ASlipWithoutRowsUsesItsNumberAndMakesThePartnersLedger)
 {
     struct Case {
-        const char* name;
         const char* kind;
         qint64 partner;
         const char* number;        // as typed; "0" takes the counter
-        bool takenMeanwhile;       // another station saves the same number first
-        long savedAs;
-        long counterAfter;
-        const char* head;          // the partner's ledger head
+        long savedAs, counterAfter;
+        const char* ledger;        // the partner's month rows
     } cases[] = {
-        {"deposit at the counter", "Dny", 3, "0", false, 1, 2, "FROM Tto WHERE TorCode=3 AND NouCode=0 AND EigCode=1"},
-        {"number typed ahead", "Dny", 2, "7", false, 7, 8, "FROM Tto WHERE TorCode=2 AND NouCode=0 AND EigCode=1"},
-        {"payment", "Dsh", 2, "0", false, 1, 2, "FROM Tsi WHERE SirCode=2 AND EigCode=1"},
-        {"number taken meanwhile", "Dsh", 1, "0", true, 3, 4, "FROM Tsi WHERE SirCode=1 AND EigCode=1"},
+        {"Dny", 3, "0", 1, 2, "TtoD WHERE TorCode=3 AND NouCode=0"},
+        {"Dny", 2, "7", 7, 8, "TtoD WHERE TorCode=2 AND NouCode=0"},
+        {"Dsh", 2, "0", 1, 2, "TsiD WHERE SirCode=2"},
     };
-    SecondStation other(co);
     for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        dlg.log.clear();
-        const QString table = c.kind;
-        const int rowsBefore = slipOne("SELECT count(*) FROM " + table).toInt();
+        SCOPED_TRACE(c.ledger);
         CashSlipEditor ed(c.kind);
         startCash(ed, c.number, c.partner);
-        ASSERT_EQ(ed.mode, "NEW");
-        EXPECT_EQ(slipOne(QStringLiteral("SELECT count(*) ") + c.head).toInt(), 0);
-        int rowsOfOthers = 0;
-        if (c.takenMeanwhile) {
-            CashSlipEditor theirs(c.kind);
-            startCash(theirs, c.number, 2);
-            row(theirs, 0, 1, "800");
-            ASSERT_TRUE(other.as([&] { return save(theirs); }).saved);
-            rowsOfOthers = 1;
-        }
-        const CashSaveResult r = save(ed);
+        const SlipSaveResult r = save(ed);
         ASSERT_TRUE(r.saved);
         EXPECT_EQ(r.dno, c.savedAs);
         EXPECT_EQ(ed.mode, "EDIT");
-        EXPECT_EQ(slipOne("SELECT count(*) FROM " + table).toInt(), rowsBefore + rowsOfOthers);
+        EXPECT_EQ(slipOne(QStringLiteral("SELECT count(*) FROM ") + c.kind).toInt(), 0);
         EXPECT_EQ(GetNextDno(c.kind, 1), c.counterAfter);
-        EXPECT_EQ(slipOne(QStringLiteral("SELECT Zan ") + c.head).toLongLong(), 0);
-        const QString months = QString(c.head).replace("FROM Tto ", "FROM TtoD ").replace("FROM Tsi ", "FROM TsiD ");
-        EXPECT_EQ(slipOne("SELECT count(*) " + months).toInt(), 13);
-        EXPECT_EQ(slipOne("SELECT count(*) " + months + " AND (NTotal<>0 OR Genkin<>0 OR Zenkaigaku<>0)").toInt(), 0);
-        const QStringList told = c.takenMeanwhile
-                                     ? QStringList{"伝票は、No." + QString::number(c.savedAs) + "で保存されました。"}
-                                     : QStringList{};
-        EXPECT_EQ(dlg.of("Tell"), told);
+        EXPECT_EQ(slipOne(QString("SELECT count(*) || ':' || sum(Zenkaigaku + NTotal) FROM ") + c.ledger).toString(), "13:0");
     }
+    EXPECT_TRUE(dlg.of("Tell").isEmpty());
 }
 
 TEST_F(CashRegisterTest, WhichLedgerRowsADepositReaches)
@@ -180,7 +96,7 @@ TEST_F(CashRegisterTest, WhichLedgerRowsADepositReaches)
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(testing::Message() << c.tor << "/" << c.nou.value_or(-1));
-        const CashSaveResult r = deposit(c.tor, c.date, {3000}, c.nou);
+        const SlipSaveResult r = deposit(c.tor, c.date, {3000}, c.nou);
         ASSERT_TRUE(r.saved);
         EXPECT_EQ(tto(c.tor, 0, c.month, "NTotal"), c.own);
         EXPECT_EQ(tto(c.tor, 6, c.month, "NTotal"), c.dest);
@@ -191,7 +107,7 @@ TEST_F(CashRegisterTest, WhichLedgerRowsADepositReaches)
 TEST_F(CashRegisterTest, APaymentTakesTheClosingDayByTheSupplierFlag)
 {
     // 22 May: the company closes on the 25th (May), supplier 2 on its own 20th (June).
-    struct Case { qint64 sir; int month; } cases[] = {{1, 5}, {2, 6}};
+    struct Case { qint64 sir; int month; const char* caption; } cases[] = {{1, 5, "6 月25日締"}, {2, 6, "6 月20日締"}};
     for (const Case& c : cases) {
         CashSlipEditor ed("Dsh");
         startCash(ed, "0", c.sir);
@@ -199,11 +115,11 @@ TEST_F(CashRegisterTest, APaymentTakesTheClosingDayByTheSupplierFlag)
         row(ed, 0, 4, "8800", "手形");
         ASSERT_TRUE(save(ed).saved);
         EXPECT_EQ(tsi(c.sir, c.month, "Tegata"), 8800) << c.sir;
-        EXPECT_EQ(slipOne("SELECT Getudo FROM Dsh WHERE SirCode=?", {c.sir}).toInt(), c.month);
         EXPECT_EQ(slipOne("SELECT Zan FROM Tsi WHERE SirCode=?", {c.sir}).toLongLong(), yen(-8800));
+        startCash(ed, "0", c.sir);
+        EXPECT_EQ(ed.panel.Captions[2], c.caption);
     }
     EXPECT_EQ(slipOne("SELECT Snaiyo FROM Dsh WHERE Dno=1").toString(), "手形");
-    EXPECT_EQ(GetNextDno("Dsh", 1), 3);
 }
 
 TEST_F(CashRegisterTest, ThePanelBeforeAndAfterTheFirstSave)
@@ -212,32 +128,20 @@ TEST_F(CashRegisterTest, ThePanelBeforeAndAfterTheFirstSave)
     startCash(ed, "0", 2);
     EXPECT_EQ(ed.panel.Zandaka, "          -");
     EXPECT_EQ(ed.panel.Captions[0], "4 月");
-    EXPECT_TRUE(ed.panel.Results[1].isEmpty());
     row(ed, 0, 3, "10000");
     ASSERT_TRUE(save(ed).saved);
     slipRun("UPDATE TtoD SET KTotal=?, Zeigaku=? WHERE TorCode=2 AND Getudo=5", {yen(20000), yen(1000)});
     slipRun("UPDATE TtoD SET Zenkaigaku=? WHERE TorCode=2 AND Getudo=4", {yen(1500)});
 
-    CashSlipEditor shown("Dny");
-    startCash(shown, "0", 2);
-    EXPECT_EQ(shown.panel.Kurikoshi, "      1,500");
-    EXPECT_EQ(shown.panel.Refers[1], "     21,000");   // May: sales with their tax
-    EXPECT_EQ(shown.panel.Results[1], "     10,000");
-    EXPECT_EQ(shown.panel.Refers[0], "          0");
-    EXPECT_EQ(shown.panel.Results[11], "          0");   // March closes the year
-    EXPECT_EQ(shown.panel.Zandaka, "    -10,000");        // Zan as the ledger holds it
-    EXPECT_EQ(shown.panel.Captions[0], "4 月20日締");
-    EXPECT_EQ(shown.panel.Captions[9], "1 月20日締");
-
-    // Suppliers: their own closing day only when flagged, else the company's.
-    for (auto [sir, caption] : {std::pair{1, "6 月25日締"}, std::pair{2, "6 月20日締"}}) {
-        CashSlipEditor pay("Dsh");
-        startCash(pay, "0", sir);
-        row(pay, 0, 1, "100");
-        ASSERT_TRUE(save(pay).saved);
-        startCash(pay, "0", sir);
-        EXPECT_EQ(pay.panel.Captions[2], caption);
-    }
+    startCash(ed, "0", 2);
+    EXPECT_EQ(ed.panel.Kurikoshi, "      1,500");
+    EXPECT_EQ(ed.panel.Refers[1], "     21,000");   // May: sales with their tax
+    EXPECT_EQ(ed.panel.Results[1], "     10,000");
+    EXPECT_EQ(ed.panel.Refers[0], "          0");
+    EXPECT_EQ(ed.panel.Results[11], "          0");   // March closes the year
+    EXPECT_EQ(ed.panel.Zandaka, "    -10,000");        // Zan as the ledger holds it
+    EXPECT_EQ(ed.panel.Captions[0], "4 月20日締");
+    EXPECT_EQ(ed.panel.Captions[9], "1 月20日締");
 }
 
 TEST_F(CashRegisterTest, ACarriedBalanceReachesZanOfAPartnerWithoutAHead)
@@ -257,11 +161,8 @@ TEST_F(CashRegisterTest, ACarriedBalanceReachesZanOfAPartnerWithoutAHead)
         EXPECT_EQ(ed.panel.Kurikoshi, "    120,000");
         EXPECT_EQ(ed.panel.Zandaka, "    120,000");
     }
-    EXPECT_EQ(tto(3, 0, 4, "Zenkaigaku"), 120000);
     EXPECT_EQ(tto(3, 0, 13, "Zenkaigaku"), 120000);
     EXPECT_EQ(tto(1, 0, 4, "Zenkaigaku"), -1);   // the destination billed on its own keeps it
-    EXPECT_EQ(dlg.of("Tell"), QStringList(3, "繰越しを登録しました。"));
-
     // A deposit afterwards is carried from the typed opening.
     ASSERT_TRUE(deposit(3, "2026/5/15", {20000}).saved);
     EXPECT_EQ(zanTto(3, 0), 100000);
@@ -270,9 +171,7 @@ TEST_F(CashRegisterTest, ACarriedBalanceReachesZanOfAPartnerWithoutAHead)
 TEST_F(CashRegisterTest, AStoreFailureAfterTheRowsLeavesEverythingAsItWas)
 {
     ASSERT_TRUE(deposit(2, "2026/5/15", {3000}).saved);
-    const QStringList tables = {"Dny", "Tto", "TtoD", "Eig"};
-    QList<QStringList> before;
-    for (const QString& t : tables) before << dump(t);
+    const QStringList before = companySnapshot();
     // The rows are in; the ledger refuses.
     slipRun("CREATE TEMP TRIGGER fail_posting BEFORE UPDATE OF Genkin ON slip.TtoD "
             "BEGIN SELECT RAISE(ABORT, 'injected'); END");
@@ -291,49 +190,77 @@ TEST_F(CashRegisterTest, AStoreFailureAfterTheRowsLeavesEverythingAsItWas)
     const QStringList told = dlg.of("Tell");
     ASSERT_EQ(told.size(), 3);
     for (const QString& t : told) EXPECT_TRUE(t.startsWith("エラー：")) << qPrintable(t);
-    for (int i = 0; i < tables.size(); ++i) EXPECT_EQ(dump(tables[i]), before[i]) << qPrintable(tables[i]);
+    EXPECT_EQ(snapshotDifference(before, companySnapshot()), "");
     EXPECT_EQ(fresh.mode, "NEW");   // the typed slip stays to be saved again
 }
 
+// Both screens meet a number another station took meanwhile; the messages differ by one word,
+// and the slip's counter moved on before its rows while the deposit's follows the number it got.
 TEST_F(CashRegisterTest, TwoStationsSavingTheSameNewNumberEndWithTwoSlips)
 {
     SecondStation other(co);
-    CashSlipEditor mine("Dny"), theirs("Dny");
-    startCash(mine, "0", 2);
-    startCash(theirs, "0", 3);
-    ASSERT_EQ(mine.number(), 1);
-    ASSERT_EQ(theirs.number(), 1);
-    row(mine, 0, 1, "1000");
-    row(theirs, 0, 1, "2000");
-
-    const CashSaveResult first = other.as([&] { return save(theirs); });
-    ASSERT_TRUE(first.saved);
-    EXPECT_TRUE(dlg.of("Tell").isEmpty());
-    const CashSaveResult second = save(mine);
-    ASSERT_TRUE(second.saved);
-    EXPECT_EQ(second.dno, 2);
-    EXPECT_EQ(mine.number(), 2);
-    EXPECT_EQ(dlg.of("Tell"), QStringList{"伝票は、No.2で保存されました。"});
-    EXPECT_EQ(slipOne("SELECT TorCode FROM Dny WHERE Dno=1").toInt(), 3);
-    EXPECT_EQ(slipOne("SELECT TorCode FROM Dny WHERE Dno=2").toInt(), 2);
+    SlipEditor slipMine("Dur"), slipTheirs("Dur");
+    startSlip(slipMine, "0", 2);
+    startSlip(slipTheirs, "0", 3);
+    typeLine(slipMine, 0, "1001");
+    typeLine(slipTheirs, 0, "1002");
+    CashSlipEditor cashMine("Dny"), cashTheirs("Dny");
+    startCash(cashMine, "0", 2);
+    startCash(cashTheirs, "0", 3);
+    row(cashMine, 0, 1, "1000");
+    row(cashTheirs, 0, 1, "2000");
+    struct Case {
+        const char* kind;
+        std::function<SlipSaveResult()> mine, theirs;
+        const char* told;
+        long counter;
+    } cases[] = {
+        {"Dur", [&] { return Register(slipMine, slipMine.mode); }, [&] { return Register(slipTheirs, slipTheirs.mode); },
+         "伝票は、No.2で登録されました。", 2},
+        {"Dny", [&] { return save(cashMine); }, [&] { return save(cashTheirs); }, "伝票は、No.2で保存されました。", 3},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.kind);
+        dlg.log.clear();
+        ASSERT_EQ(other.as(c.theirs).dno, 1);
+        EXPECT_TRUE(dlg.of("Tell").isEmpty());
+        const SlipSaveResult r = c.mine();
+        EXPECT_EQ(r.dno, 2);
+        EXPECT_TRUE(r.numberChanged);
+        EXPECT_EQ(dlg.of("Tell"), QStringList{c.told});
+        EXPECT_EQ(slipOne(QString("SELECT group_concat(Dno || ':' || TorCode) FROM (SELECT DISTINCT Dno, TorCode FROM %1 "
+                                  "ORDER BY Dno)").arg(c.kind)).toString(), "1:3,2:2");
+        EXPECT_EQ(GetNextDno(c.kind, 1), c.counter);
+    }
+    EXPECT_EQ(cashMine.number(), 2);
     EXPECT_EQ(tto(2, 0, 5, "NTotal"), 1000);
     EXPECT_EQ(tto(3, 0, 5, "NTotal"), 2000);
-    EXPECT_EQ(GetNextDno("Dny", 1), 3);
 }
 
 TEST_F(CashRegisterTest, ALockedStoreIsWaitedForThenToldAndNothingWritten)
 {
-    slipRun("PRAGMA busy_timeout = 150");
+    setBusyTimeoutMs(150);
+    showLockWaits();
     SecondStation other(co);
-    ASSERT_EQ(execSql(other.db(), "BEGIN IMMEDIATE"), ErrorClass::None);
-    CashSlipEditor ed("Dny");
-    startCash(ed, "0", 2);
-    row(ed, 0, 1, "1000");
-    EXPECT_FALSE(save(ed).saved);
-    EXPECT_EQ(dlg.of("Tell"), QStringList{"エラー：5 database is locked"});
-    execSql(other.db(), "ROLLBACK");
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
-    EXPECT_EQ(tto(2, 0, 5, "NTotal"), -1);
-    EXPECT_TRUE(save(ed).saved);
+    SlipEditor slip("Dur");
+    startSlip(slip, "0", 2);
+    typeLine(slip, 0, "1001");
+    CashSlipEditor cash("Dny");
+    startCash(cash, "0", 2);
+    row(cash, 0, 1, "1000");
+    const std::function<bool()> saves[] = {[&] { return Register(slip, slip.mode).saved; }, [&] { return save(cash).saved; }};
+    for (const auto& saveNow : saves) {
+        dlg.log.clear();
+        ASSERT_EQ(execSql(other.db(), "BEGIN IMMEDIATE"), ErrorClass::None);
+        EXPECT_FALSE(saveNow());
+        // The wait shows itself and is over before the error is told.
+        EXPECT_EQ(dlg.log, (QStringList{"Wait:他の端末の処理を待っています。しばらくお待ちください。", "Hide:",
+                                        "Tell:エラー：5 database is locked"}));
+        execSql(other.db(), "ROLLBACK");
+        EXPECT_TRUE(saveNow());
+    }
+    // Nothing of the refused saves stayed: each slip once, under its first number.
+    EXPECT_EQ(slipOne("SELECT group_concat(Dno) FROM Dur").toString(), "1");
+    EXPECT_EQ(slipOne("SELECT group_concat(Dno) FROM Dny").toString(), "1");
     EXPECT_EQ(tto(2, 0, 5, "NTotal"), 1000);
 }

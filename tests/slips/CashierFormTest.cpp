@@ -1,60 +1,15 @@
 #include <QApplication>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPointer>
-#include <QPushButton>
-#include <QTableWidget>
-#include <QTest>
-#include "entry/FormDriver.h"
 #include "shell/QtScreens.h"
-#include "slips/CashFixture.h"
-#include "slips/CasherList_frm.h"
 #include "slips/Cashier_frm.h"
-#include "slips/QtSlipScreens.h"
+#include "slips/ScreenFixture.h"
 #include "slips/SlipNumbering.h"
 
-namespace {
-QString text(QWidget* w)
-{
-    if (auto* b = qobject_cast<QLineEdit*>(w)) return b->text().trimmed();
-    if (auto* l = qobject_cast<QLabel*>(w)) return l->text().trimmed();
-    if (auto* c = qobject_cast<QComboBox*>(w)) return c->currentText();
-    return {};
-}
-}  // namespace
-
-class CashierFormTest : public CashTest {
+class CashierFormTest : public ScreenTest<Cashier_frm> {
 protected:
-    QPointer<Cashier_frm> form;
-    QStringList plain;           // "title|text" of each plain message box
-    QList<bool> plainAnswers;    // taken in order; OK when the script runs out
-
-    void SetUp() override
-    {
-        CashTest::SetUp();
-        session().EigNamae = "本社";
-        session().SlipCaller = "Menu";
-        SlipScreens::setLookup([](const SlipLookup&) { return QString(); });
-        SlipScreens::setPlainQuestion([this](const QString& title, const QString& t) {
-            plain << title + "|" + t;
-            return plainAnswers.isEmpty() ? true : plainAnswers.takeFirst();
-        });
-    }
     void TearDown() override
     {
-        if (form) form->close();
-        flushDeletes();
-        SlipScreens::setLookup({});
-        SlipScreens::setPlainQuestion({});
         Cashier_frm::setCashListPicker({});
-    }
-    void open(const char* kind = "Dny")
-    {
-        session().MenuKey = kind;
-        form = new Cashier_frm;
-        ASSERT_TRUE(showActive(form));
-        ASSERT_EQ(focused(), form->box(Cashier_frm::DnoBox));
+        ScreenTest::TearDown();
     }
     // Number, date, class (taken from the partner), partner, destination, staff, 請求No.
     void typeHead(const QString& number, int partner, const QString& nno = {})
@@ -90,9 +45,7 @@ protected:
 
 TEST_F(CashierFormTest, ADepositTypedFromTheMenuThenTheNextNumberTypedOver)
 {
-    open();
-    EXPECT_EQ(text(form->titleLabel()), "入金伝票処理");
-    EXPECT_EQ(text(form->dateCaption()), "入金日");
+    open("Dny");
     EXPECT_EQ(text(form->box(Cashier_frm::DnoBox)), "1");
     typeHead("", 2, "123");
     EXPECT_EQ(text(form->mode()), "新規");
@@ -105,19 +58,16 @@ TEST_F(CashierFormTest, ADepositTypedFromTheMenuThenTheNextNumberTypedOver)
     typeRow(1, "", "2500");
     EXPECT_EQ(rows().mid(0, 2), (QStringList{"振  込:10,000", "現  金:2,500"}));
     EXPECT_EQ(text(form->Gakukei()), "12,500");
-    EXPECT_EQ(focused(), form->cell(Cashier_frm::dKubun, 2));
 
     press(Qt::Key_F10);
     EXPECT_EQ(slipOne("SELECT count(*) FROM Dny WHERE Dno=1 AND TorCode=2 AND TanCode=2 AND NNo=123").toInt(), 2);
     EXPECT_EQ(slipOne("SELECT Nnaiyo FROM Dny WHERE Eda=1").toString(), "5月分");
     EXPECT_EQ(tto(2, 0, 5, "Furikomi"), 10000);
     EXPECT_EQ(tto(2, 0, 5, "Genkin"), 2500);
-    EXPECT_EQ(session().CashDate, QDate(2026, 5, 15));
     // Cleared for the next slip; the counter offered is replaced by what is typed.
     EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
     EXPECT_EQ(text(form->box(Cashier_frm::DnoBox)), "2");
     EXPECT_EQ(text(form->cell(Cashier_frm::dGaku, 0)), "");
-    EXPECT_EQ(text(form->dZandaka()), "");
     QTest::keyClicks(focused(), "7");
     EXPECT_EQ(text(form->box(Cashier_frm::DnoBox)), "7");
     press(Qt::Key_Return);
@@ -125,11 +75,11 @@ TEST_F(CashierFormTest, ADepositTypedFromTheMenuThenTheNextNumberTypedOver)
     EXPECT_EQ(text(form->box(Cashier_frm::MonthBox)), "5");         // the last deposit's date
 }
 
-TEST_F(CashierFormTest, AmendingOnTheScreenReplacesTheRowsAndTheLedger)
+TEST_F(CashierFormTest, AmendingTenThousandToSevenThousandReplacesTheRowsAndTheLedger)
 {
     ASSERT_TRUE(deposit(2, "2026/5/10", {500}).saved);
     ASSERT_TRUE(deposit(2, "2026/5/15", {10000}).saved);
-    open();
+    open("Dny");
     enter("2");
     EXPECT_EQ(text(form->mode()), "参照");
     EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
@@ -142,10 +92,11 @@ TEST_F(CashierFormTest, AmendingOnTheScreenReplacesTheRowsAndTheLedger)
     EXPECT_EQ(text(form->mode()), "参照");
     enter("7000");
     press(Qt::Key_F10);
-    EXPECT_EQ(tto(2, 0, 5, "Genkin"), 7500);
+    EXPECT_EQ(tto(2, 0, 5, "Genkin"), 500 + 7000);
     EXPECT_EQ(zanTto(2, 0), -7500);
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny WHERE Dno=2").toInt(), 1);
-    EXPECT_EQ(slipOne("SELECT NGaku FROM Dny WHERE Dno=2").toLongLong(), yen(7000));
+    EXPECT_EQ(slipOne("SELECT group_concat(Dno || ':' || (NGaku / 10000)) FROM Dny").toString(), "1:500,2:7000");
+    EXPECT_EQ(slipOne("SELECT count(*) FROM TtoD WHERE Genkin<0 OR NTotal<0").toInt(), 0);
+    EXPECT_EQ(GetNextDno("Dny", 1), 3);                                // an amendment leaves the counter
     EXPECT_TRUE(dlg.of("Tell").isEmpty());
 
     // Another number typed over an amended one without Enter saves nothing, under neither.
@@ -157,25 +108,35 @@ TEST_F(CashierFormTest, AmendingOnTheScreenReplacesTheRowsAndTheLedger)
     EXPECT_EQ(tto(2, 0, 5, "Genkin"), 7500);
 }
 
-TEST_F(CashierFormTest, TheLastRowAsksBeforeSaving)
+TEST_F(CashierFormTest, TheLastRowAsksBeforeSavingAndAForgottenRowGoesIn)
 {
-    open();
+    open("Dny");
     typeHead("", 3);
     for (int i = 0; i < 5; ++i) typeRow(1, "", QString::number((i + 1) * 100));
     plainAnswers = {false, true};
-    typeRow(2, "最後", "600");                      // no: the amount keeps the focus
+    typeRow(1, "", "600");                          // no: the amount keeps the focus
     EXPECT_EQ(plain, QStringList{"確認|登録します。\nよろしいですか？"});
     EXPECT_EQ(focused(), form->cell(Cashier_frm::dGaku, 5));
     EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
+
+    // F4 on the second kind opens a row there and pushes the sixth off.
+    form->cell(Cashier_frm::dKubun, 1)->setFocus();
+    press(Qt::Key_F4);
+    typeRow(3, "振替分", "700");
+    EXPECT_EQ(text(form->Gakukei()), "2,200");
+    form->cell(Cashier_frm::dGaku, 5)->setFocus();
     press(Qt::Key_Return);                          // yes: saved
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 6);
-    EXPECT_EQ(tto(3, 0, 5, "NTotal"), 2100);
+    EXPECT_EQ(slipOne("SELECT group_concat(NGaku / 10000) FROM (SELECT NGaku FROM Dny ORDER BY Eda)").toString(),
+              "100,700,200,300,400,500");
+    EXPECT_EQ(slipOne("SELECT Nnaiyo FROM Dny WHERE Eda=2").toString(), "振替分");
+    EXPECT_EQ(tto(3, 0, 5, "Genkin"), 1500);
+    EXPECT_EQ(tto(3, 0, 5, "Furikomi"), 700);
     EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
 }
 
 TEST_F(CashierFormTest, RowKeysInTheirFields)
 {
-    open();
+    open("Dny");
     typeHead("", 3);
     typeRow(1, "a", "1000");
     typeRow(3, "b", "2000");
@@ -217,7 +178,7 @@ TEST_F(CashierFormTest, RowKeysInTheirFields)
 
 TEST_F(CashierFormTest, F10RefusesWhatCannotBeSaved)
 {
-    open();
+    open("Dny");
     enter("");
     enter("2026");
     enter("5");
@@ -231,112 +192,43 @@ TEST_F(CashierFormTest, F10RefusesWhatCannotBeSaved)
     press(Qt::Key_F10);
     EXPECT_EQ(dlg.of("Tell").last(), "対象年度の範囲内ではありません。");
     EXPECT_EQ(focused(), form->box(Cashier_frm::YearBox));
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Tto").toInt(), 0);
+    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt() + slipOne("SELECT count(*) FROM Tto").toInt(), 0);
     EXPECT_EQ(GetNextDno("Dny", 1), 1);
 }
 
-TEST_F(CashierFormTest, F10WithoutRowsAmendsToNothingOrUsesTheNewNumber)
+// Deleting a deposit takes it off the ledger at once, without a ledger run: by F2 after the
+// box (Cancel first changes nothing), or by deleting every row and saving.
+TEST_F(CashierFormTest, ADeletedDepositLeavesTheLedgerAtOnce)
 {
-    ASSERT_TRUE(deposit(2, "2026/5/15", {3000, 2000}).saved);
-    open();
-    // An amended slip with every row deleted leaves the ledger and frees its number.
-    enter("1");
-    ASSERT_EQ(text(form->mode()), "参照");
-    for (int i = 0; i < 9; ++i) press(Qt::Key_Return);
-    ASSERT_EQ(focused(), form->cell(Cashier_frm::dKubun, 0));
-    press(Qt::Key_F3);
-    press(Qt::Key_F3);
-    EXPECT_EQ(rows(), QStringList(6, ":"));
-    EXPECT_EQ(text(form->Gakukei()), "");
-    press(Qt::Key_F10);
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
-    EXPECT_EQ(tto(2, 0, 5, "Genkin"), 0);
-    EXPECT_EQ(tto(2, 0, 5, "NTotal"), 0);
-    EXPECT_EQ(zanTto(2, 0), 0);
-    EXPECT_EQ(GetNextDno("Dny", 1), 2);
-    EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
-    EXPECT_EQ(text(form->box(Cashier_frm::DnoBox)), "2");
-    EXPECT_EQ(text(form->mode()), "");
-
-    // A new slip without rows uses its number and makes the customer's ledger.
-    typeHead("", 3);
-    EXPECT_EQ(text(form->dZandaka()), "-");
-    ASSERT_EQ(focused(), form->cell(Cashier_frm::dKubun, 0));
-    press(Qt::Key_F10);
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
-    EXPECT_EQ(GetNextDno("Dny", 1), 3);
-    EXPECT_EQ(zanTto(3, 0), 0);
-    EXPECT_EQ(slipOne("SELECT count(*) FROM TtoD WHERE TorCode=3 AND NouCode=0").toInt(), 13);
-    EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
-    EXPECT_EQ(text(form->box(Cashier_frm::DnoBox)), "3");
-    EXPECT_TRUE(dlg.of("Tell").isEmpty());
-    // The freed number opens as a new slip; the customer now has a ledger to show.
-    typeHead("1", 3);
-    EXPECT_EQ(text(form->mode()), "新規");
-    EXPECT_EQ(text(form->dZandaka()), "0");
-}
-
-TEST_F(CashierFormTest, InsertingOnAFullGridPushesTheSixthRowOff)
-{
-    const auto fillSix = [this] {
-        typeHead("", 3);
-        for (int i = 0; i < 5; ++i) typeRow(1, "", QString::number((i + 1) * 100));
-        plainAnswers = {false};                      // the last row's question: not yet
-        typeRow(5, "", "600");
-        ASSERT_EQ(focused(), form->cell(Cashier_frm::dGaku, 5));
-        ASSERT_EQ(text(form->Gakukei()), "2,100");
-    };
-    const QString c = "現  金:";
-    struct Case { Cashier_frm::GridField field; int row; Qt::Key key; QStringList after; } cases[] = {
-        {Cashier_frm::dKubun, 1, Qt::Key_F4, {c + "100", ":", c + "200", c + "300", c + "400", c + "500"}},
-        {Cashier_frm::dNaiyou, 0, Qt::Key_F3, {":", c + "100", c + "200", c + "300", c + "400", c + "500"}},
-        {Cashier_frm::dGaku, 5, Qt::Key_F3, {c + "100", c + "200", c + "300", c + "400", c + "500", ":"}},
-    };
-    open();
-    for (const Case& k : cases) {
-        SCOPED_TRACE(k.key);
-        press(Qt::Key_F1);
-        fillSix();
-        form->cell(k.field, k.row)->setFocus();
-        press(k.key);
-        EXPECT_EQ(rows(), k.after);
-        EXPECT_EQ(text(form->Gakukei()), "1,500");
+    for (bool byKey : {true, false}) {
+        SCOPED_TRACE(byKey ? "F2" : "rows deleted");
+        const SlipSaveResult saved = deposit(2, "2026/5/15", {3000, 2000});
+        ASSERT_TRUE(saved.saved);
+        open("Dny");
+        enter(QString::number(saved.dno));
+        ASSERT_EQ(text(form->mode()), "参照");
+        if (byKey) {
+            plainAnswers = {false};
+            press(Qt::Key_F2);
+            EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 2);
+            press(Qt::Key_F2);
+            EXPECT_EQ(plain, QStringList(2, "Norbrin Data|この伝票を削除してよろしいですか？"));
+        } else {
+            for (int i = 0; i < 9; ++i) press(Qt::Key_Return);
+            ASSERT_EQ(focused(), form->cell(Cashier_frm::dKubun, 0));
+            press(Qt::Key_F3);
+            press(Qt::Key_F3);
+            EXPECT_EQ(rows(), QStringList(6, ":"));
+            press(Qt::Key_F10);
+        }
+        EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
+        EXPECT_EQ(tto(2, 0, 5, "NTotal"), 0);
+        EXPECT_EQ(zanTto(2, 0), 0);
+        EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
+        EXPECT_EQ(text(form->mode()), "");
+        form->close();
+        flushDeletes();
     }
-    EXPECT_TRUE(dlg.of("Tell").isEmpty());
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
-
-    // The row forgotten between the first and the second goes in, and all six are saved.
-    press(Qt::Key_F1);
-    fillSix();
-    form->cell(Cashier_frm::dKubun, 1)->setFocus();
-    press(Qt::Key_F4);
-    typeRow(3, "振替分", "700");
-    EXPECT_EQ(text(form->Gakukei()), "2,200");
-    press(Qt::Key_F10);
-    EXPECT_EQ(slipOne("SELECT group_concat(NGaku / 10000) FROM (SELECT NGaku FROM Dny WHERE Dno=1 ORDER BY Eda)")
-                  .toString(),
-              "100,700,200,300,400,500");
-    EXPECT_EQ(slipOne("SELECT Nnaiyo FROM Dny WHERE Eda=2").toString(), "振替分");
-    EXPECT_EQ(tto(3, 0, 5, "Genkin"), 1500);
-    EXPECT_EQ(tto(3, 0, 5, "Furikomi"), 700);
-    EXPECT_EQ(tto(3, 0, 5, "NTotal"), 2200);
-}
-
-TEST_F(CashierFormTest, F2DeletesAfterTheNorbrinBox)
-{
-    ASSERT_TRUE(deposit(2, "2026/5/15", {3000}).saved);
-    open();
-    enter("1");
-    plainAnswers = {false};
-    press(Qt::Key_F2);                                // Cancel: nothing goes
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 1);
-    press(Qt::Key_F2);
-    EXPECT_EQ(plain, QStringList(2, "Norbrin Data|この伝票を削除してよろしいですか？"));
-    EXPECT_EQ(slipOne("SELECT count(*) FROM Dny").toInt(), 0);
-    EXPECT_EQ(tto(2, 0, 5, "NTotal"), 0);
-    EXPECT_EQ(focused(), form->box(Cashier_frm::DnoBox));
-    EXPECT_EQ(text(form->mode()), "");
 }
 
 TEST_F(CashierFormTest, F6PicksClassPartnerThenTheSlip)
@@ -352,7 +244,7 @@ TEST_F(CashierFormTest, F6PicksClassPartnerThenTheSlip)
         listed << partner;
         return kind == "Dny" ? QString("1") : QString();
     });
-    open();
+    open("Dny");
     press(Qt::Key_F6);
     EXPECT_EQ(asked, (QStringList{"Tbn:", "Tor:1"}));
     EXPECT_EQ(listed, QList<qint64>{2});
@@ -373,7 +265,7 @@ TEST_F(CashierFormTest, F6PicksClassPartnerThenTheSlip)
 
 TEST_F(CashierFormTest, ADestinationBilledOnItsOwnAndItsPanel)
 {
-    open();
+    open("Dny");
     typeHead("", 1);
     // Customer 1: "得意先" and the destination billed on its own; the other is not offered.
     QComboBox* nou = form->list(Cashier_frm::NouList);
@@ -393,7 +285,7 @@ TEST_F(CashierFormTest, ADestinationBilledOnItsOwnAndItsPanel)
 
 TEST_F(CashierFormTest, ACarriedBalanceTypedInThePanel)
 {
-    open();
+    open("Dny");
     typeHead("", 3);
     EXPECT_EQ(text(form->dZandaka()), "-");
     form->dKurikoshi()->setFocus();
@@ -408,8 +300,6 @@ TEST_F(CashierFormTest, ACarriedBalanceTypedInThePanel)
 TEST_F(CashierFormTest, ThePaymentScreen)
 {
     open("Dsh");
-    EXPECT_EQ(text(form->titleLabel()), "支払伝票処理");
-    EXPECT_EQ(text(form->dateCaption()), "支払日");
     EXPECT_FALSE(form->list(Cashier_frm::NouList)->isVisible());
     EXPECT_FALSE(form->nouCaption()->isVisible());
     typeHead("", 2);
@@ -438,7 +328,6 @@ TEST_F(CashierFormTest, OpenedOnASlipFromALedgerListAndBack)
     EXPECT_EQ(text(form->titleLabel()), "支払伝票処理");
     EXPECT_EQ(text(form->mode()), "参照");
     EXPECT_EQ(rows()[0], "小切手:4,321");
-    EXPECT_EQ(Cashier_frm::openSlip("Dur", 1), nullptr);
 
     // From the menu the other kind again, while nothing is typed.
     press(Qt::Key_F1);
@@ -455,26 +344,11 @@ TEST_F(CashierFormTest, OpenedOnASlipFromALedgerListAndBack)
     delete list;
 }
 
-TEST_F(CashierFormTest, ThePickListWindowShowsNumberAndDate)
-{
-    ASSERT_TRUE(deposit(2, "2026/5/15", {100}).saved);
-    ASSERT_TRUE(deposit(2, "2026/6/2", {200}).saved);
-    for (auto [key, answer] : {std::pair{Qt::Key_Return, "2"}, std::pair{Qt::Key_Down, "1"}, std::pair{Qt::Key_Escape, ""}}) {
-        CasherList_frm f;
-        f.Init("Dny", 2);
-        ASSERT_EQ(f.grid()->columnCount(), 2);
-        EXPECT_EQ(f.grid()->item(0, 1)->text(), "2026 年 6 月 2 日 火曜");
-        QTest::keyClick(f.grid(), key);
-        if (key == Qt::Key_Down) QTest::keyClick(f.grid(), Qt::Key_Return);
-        EXPECT_EQ(f.answer(), answer);
-    }
-}
-
 TEST_F(CashierFormTest, APartnerChangedInItsListThenF10TakesThatPartnersClosingDay)
 {
     // 京都屋 closes at the month's end, 大阪物産 (above it in the list) on the 20th: the 25th of
     // May is May's for the one and June's for the other.
-    open();
+    open("Dny");
     enter("");
     enter("2026");
     enter("5");

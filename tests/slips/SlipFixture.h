@@ -54,20 +54,20 @@ protected:
         slipRun("INSERT INTO Ska (SirCode, HinCode, Tanka) VALUES (1, '0000000001001', ?)", {yen(550)});
     }
 
-    // A fresh screen: lists loaded, number field at the counter.
-    static void clear(SlipEditor& ed)
+    // A fresh screen, the number typed and Enter: a stored slip is shown, else a new one starts.
+    static SlipEditor::NumberOutcome load(SlipEditor& ed, const QString& number)
     {
         ed.loadLists();
         ed.clearDisplay();
         ed.clearLines();
+        ed.head.Dno = number;
+        return ed.enterNumber();
     }
 
     // Number, date of the session, partner (and destination) as a clerk chooses them.
     static void startSlip(SlipEditor& ed, const QString& number, qint64 partner, std::optional<qint64> nou = {})
     {
-        clear(ed);
-        ed.head.Dno = number;
-        ed.enterNumber();
+        load(ed, number);
         ed.head.Partner = partner;
         ed.partnerChosen();
         ed.head.NouCode = nou;

@@ -123,18 +123,3 @@ TEST(SlipTax, LineAmountRoundsToYenTiesAwayFromZero)
     for (const Row& r : rows)
         EXPECT_EQ(lineAmount(r.qty, Money::fromRaw(r.priceRaw)), yen(r.expect)) << r.qty << " x " << r.priceRaw;
 }
-
-TEST(SlipTax, TotalsDeductInsideTaxFromCounterAmounts)
-{
-    QList<SlipLineTax> lines = computed({line(1, 1000), line(2, 1050), line(3, 300), line(0, 0)}, 1, 1);
-    lines[0].sGaku = yen(800);
-    lines[1].sGaku = yen(840);   // counter amount of an inside-tax line counts as tax-inclusive
-    lines[2].sGaku = yen(200);
-    const SlipTotals t = slipTotals(lines);
-    EXPECT_EQ(t.sumNet, yen(2300));
-    EXPECT_EQ(t.sumZei, yen(100));
-    EXPECT_EQ(t.sumOther, yen(1790));  // 800 + 840 - 50 + 200
-
-    calcSlipTax(Rates, lines, 1, NewDate, 1, 1);
-    EXPECT_EQ(slipTotals(lines).sumZei, yen(50));
-}
