@@ -95,7 +95,7 @@ bool CashWriter::save(const DemoCashSlip& slip)
     ed.mode = QStringLiteral("NEW");
     ed.loadedDno = number;
     if (!ed.checkCashPeriod()) return false;
-    const CashSaveResult saved = Register(ed, QStringLiteral("NEW"));
+    const SlipSaveResult saved = Register(ed, QStringLiteral("NEW"));
     if (!saved.saved) {
         if (dialogs_.told.isEmpty()) dialogs_.told << QStringLiteral("%1 No.%2").arg(ed.title()).arg(number);
         return false;
