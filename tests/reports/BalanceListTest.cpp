@@ -67,14 +67,6 @@ TEST_F(PartnerList, RowsAndTotalsByListMonthAndClosingDay)
     EXPECT_TRUE(dlg.log.isEmpty());
 }
 
-TEST_F(PartnerList, SalesScreenTakesKTotalForItsTotal)
-{
-    // A month row whose KTotal disagrees with its parts (the print adds the parts).
-    exec("UPDATE TtoD SET KTotal=? WHERE TorCode=2 AND NouCode=0 AND Getudo=5", {yen(1400)});
-    RepoSales s("Uza");
-    EXPECT_EQ(listed(s, 5, 20), QStringList({"2|大阪物産|1,500|0|150|1,550", "合計|1,500|0|150|1,550"}));
-}
-
 TEST_F(PartnerList, TitleAndPeriodFollowTheEraAndTheClosingDay)
 {
     Zandaka z("Kza");
@@ -120,7 +112,7 @@ TEST_F(PartnerList, OnlyTheCurrentOfficeIsListed)
     exec("UPDATE Dud SET EigCode=2 WHERE Dno=20");
     exec("UPDATE Dur SET EigCode=2 WHERE Dno=20");
     session().EigCode = 2;
-    batch();
+    ledgerRun();
     Zandaka z("Uza");
     EXPECT_EQ(listed(z, 5, 0), QStringList({"2|大阪物産|0|0|0|1,000|0|100|1,100", "合計|0|0|0|1,000|0|100|1,100"}));
     session().EigCode = 1;

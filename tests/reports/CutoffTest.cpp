@@ -24,7 +24,7 @@ protected:
     void SetUp() override
     {
         SummaryCompany::SetUp();
-        run("INSERT INTO Tor (Code, TbnCode, Kana, Namae, Sime) VALUES (5, 1, 'ﾌｸｵｶ', '福岡商会', 31)");
+        exec("INSERT INTO Tor (Code, TbnCode, Kana, Namae, Sime) VALUES (5, 1, 'ﾌｸｵｶ', '福岡商会', 31)");
         // Customer 1 with a discount, 2 with an expense, 3 only returns, 4 sales and returns
         // that cancel. Staff 1 took the slips of 1 and 4, staff 2 those of 2 and 3.
         sale(1, QDate(2026, 4, 1), 1, {{kHin, "商品", 10, 1000, 0, 600}, {kHin, "値引", 1, -500, 2}}, 0, 1);
@@ -94,25 +94,6 @@ TEST_F(Cutoff, AnAmendedPostedSlipCountsAsItStandsNotItsCancelledImage)
     listed("URI", 1, MeiTResult::NoSlips, QDate(2026, 4, 1));
 }
 
-TEST_F(Cutoff, MeiTHoldsTheRunAfterwards)
-{
-    listed("URI", 3);
-    EXPECT_EQ(one("SELECT COUNT(*) FROM MeiT").toInt(), 5);
-    EXPECT_EQ(one("SELECT UGaku || '/' || HGaku || '/' || NGaku || '/' || KGaku || '/' || SGaku || '/' || Arari "
-                  "FROM MeiT WHERE Code=1").toString(),
-              "100000000/0/-5000000/0/60000000/35000000");
-    // The next run empties it first.
-    listed("TAN", 1);
-    EXPECT_EQ(one("SELECT GROUP_CONCAT(Code || ':' || Namae) FROM MeiT").toString(), "1:山田,2:佐藤");
-    // Nothing in the range: no rows, and MeiT holds only what the order put in.
-    for (int order : {1, 3}) {
-        Chouha c("URI");
-        EXPECT_EQ(c.run(QDate(2026, 6, 1), QDate(2026, 6, 30), order, nullptr), MeiTResult::NoSlips);
-        EXPECT_EQ(c.grid().rowCount(), 1);
-        EXPECT_EQ(one("SELECT COUNT(*) FROM MeiT").toInt(), order == 3 ? 5 : 0);
-    }
-}
-
 TEST_F(Cutoff, AFailedRunLeavesMeiTAsItWasAndSaysWhy)
 {
     listed("URI", 1);
@@ -122,7 +103,7 @@ TEST_F(Cutoff, AFailedRunLeavesMeiTAsItWasAndSaysWhy)
         std::function<void()> spoil, mend;
         QString told;
     } cases[] = {
-        {"a table gone", [] { run("ALTER TABLE Tan RENAME TO Tan2"); }, [] { run("ALTER TABLE Tan2 RENAME TO Tan"); },
+        {"a table gone", [] { exec("ALTER TABLE Tan RENAME TO Tan2"); }, [] { exec("ALTER TABLE Tan2 RENAME TO Tan"); },
          "エラー：1 no such table: Tan"},
         // Another station keeps the file past the wait: its lock is what the clerk hears of.
         {"another station writing",
@@ -158,10 +139,9 @@ TEST_F(Cutoff, PrintedListWithPageAndRunningTotals)
     VtmlSetToday({});
     ASSERT_EQ(out.pages(), 1);
     const QStringList page = out.rec.only("T ");
-    // The title centred on the 21600-twip page at size 20, the date at the right; heads flush
-    // right over their columns.
+    // The title centred on the 21600-twip page at size 20, the date at the right.
     EXPECT_EQ(page.value(0), "T 9200,0 2026年売上明細表");
-    for (const char* drawn : {"T 16560,360 2026年5月1日 金曜", "T 13320,720 売上額"}) EXPECT_TRUE(page.contains(drawn)) << drawn;
+    EXPECT_TRUE(page.contains("T 16560,360 2026年5月1日 金曜"));
     // By sales: customer 1 first; the net is the print's own column. Then the page's totals.
     const QStringList texts = out.rec.texts();
     const int first = int(texts.indexOf("     1"));
@@ -222,11 +202,9 @@ TEST_F(CutoffForm, ClerkRanksTheStaffBySales)
     press(Qt::Key_PageDown);
     EXPECT_EQ(w->cbox()->currentText(), "売上順");
     press(Qt::Key_Return);
-    ASSERT_EQ(w->List()->rowCount(), 3);
-    const auto row = [&](int r) { return QStringList({cell(r, 1), cell(r, 2), cell(r, 8), cell(r, 9)}).join('|'); };
-    EXPECT_EQ(row(0), "山田|13,000|3,500|36.84");
-    EXPECT_EQ(row(1), "佐藤|10,000|2,000|24.10");
-    EXPECT_EQ(row(2), "合計|23,000|5,500|");
+    QStringList rows;
+    for (int r = 0; r < w->List()->rowCount(); ++r) rows << QStringList({cell(r, 1), cell(r, 2), cell(r, 8), cell(r, 9)}).join('|');
+    EXPECT_EQ(rows, QStringList({"山田|13,000|3,500|36.84", "佐藤|10,000|2,000|24.10", "合計|23,000|5,500|"}));
 
     // A month without slips: said, and the grid keeps only its heads.
     for (int i = 0; i < 5; ++i) press(Qt::Key_Up);

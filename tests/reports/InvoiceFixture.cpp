@@ -1,21 +1,12 @@
 #include "reports/InvoiceFixture.h"
 #include "entry/Convert.h"
-#include "ledgers/LedgerBatch.h"
 #include "shell/Session.h"
 #include "store/Sql.h"
 
 InvoiceCompany::InvoiceCompany()
 {
     EXPECT_TRUE(company_.open());
-    Session& s = session();
-    s.Nendo = 2026;
-    s.sTuki = 4;
-    s.eTuki = 3;
-    s.EigCode = 1;
-    s.Hiz = 2;
-    s.Zeiritu = Money::fromYen(8);
-    s.TaxRateNew = Money::fromYen(10);
-    s.TaxChangeDate = QDate(2019, 9, 30);
+    useFiscal2026();
     exec(QStringLiteral("INSERT INTO Tbn (Code, Namae) VALUES (1, '卸')"));
     exec(QStringLiteral("UPDATE Com SET Kaisya = '株式会社丸八商事', Yubin = '101-0032', Addr1 = '東京都千代田区岩本町', "
                         "Addr2 = '2-11-7', Tel = '03-3861-2451', Fax = '03-3861-2452', Bank1 = 'みずほ銀行', "
@@ -23,14 +14,6 @@ InvoiceCompany::InvoiceCompany()
 }
 
 QSqlDatabase InvoiceCompany::db() const { return session().MasterDb; }
-
-void InvoiceCompany::exec(const QString& sql, const QVariantList& binds)
-{
-    QSqlError e;
-    EXPECT_EQ(execSql(db(), sql, binds, &e), ErrorClass::None) << sql.toStdString() << " " << e.text().toStdString();
-}
-
-QVariant InvoiceCompany::one(const QString& sql, const QVariantList& binds) const { return scalar(db(), sql, binds); }
 
 void InvoiceCompany::addTor(qint64 code, const QString& name, int sime, int zeituuchi)
 {
@@ -46,8 +29,8 @@ void InvoiceCompany::addNou(qint64 tor, qint64 code, const QString& name)
 
 void InvoiceCompany::addHin(const QString& code, const QString& name)
 {
-    QString stored = code;
-    exec(QStringLiteral("INSERT INTO Hin (Code, HbnCode, Namae, ZeiFlag) VALUES (?, 1, ?, 1)"), {ZeroPad13(stored), name});
+    QString typed = code;
+    exec(QStringLiteral("INSERT INTO Hin (Code, HbnCode, Namae, ZeiFlag) VALUES (?, 1, ?, 1)"), {ZeroPad13(typed), name});
 }
 
 void InvoiceCompany::sale(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, const QList<InvoiceLine>& lines,
@@ -61,20 +44,14 @@ void InvoiceCompany::sale(int dno, const QDate& date, qint64 tor, qint64 nou, in
     for (const InvoiceLine& l : lines) {
         QString typed = l.hin;
         const QString code = ZeroPad13(typed);
-        const QVariant name = scalar(db(), QStringLiteral("SELECT Namae FROM Hin WHERE Code = ?"), {code});
+        const QVariant name = one(QStringLiteral("SELECT Namae FROM Hin WHERE Code = ?"), {code});
         const qint64 gaku = l.gaku != 0 ? l.gaku : l.suu * l.tanka;
         exec(QStringLiteral("INSERT INTO Dud (Dno, Eda, EigCode, Kubun, Hizuke, TorCode, HinCode, HinNamae, Suu, UTanka, "
                             "UGaku, STanka, sGaku, ZeiFlag, ZeiGaku, Getudo, ThiFlag) "
                             "VALUES (?, ?, 1, ?, ?, ?, ?, ?, ?, ?, ?, 0, 0, ?, ?, ?, -1)"),
              {dno, ++eda, l.kubun, d, tor, code, name.isValid() ? name.toString() : QStringLiteral("商品"), l.suu,
-              storeYen(l.tanka), storeYen(gaku), l.zeiFlag, storeYen(l.zei), getudo});
+              yen(l.tanka), yen(gaku), l.zeiFlag, yen(l.zei), getudo});
     }
-}
-
-void InvoiceCompany::batch()
-{
-    QString error;
-    EXPECT_TRUE(runLedgerProcessing({}, &error)) << error.toStdString();
 }
 
 QString Recorded::at(int page, int x, int y) const

@@ -26,17 +26,12 @@ class InvoiceCompany {
 public:
     InvoiceCompany();
     QSqlDatabase db() const;
-
-    void exec(const QString& sql, const QVariantList& binds = {});
-    QVariant one(const QString& sql, const QVariantList& binds = {}) const;
     void addTor(qint64 code, const QString& name, int sime = 31, int zeituuchi = 1);
     void addNou(qint64 tor, qint64 code, const QString& name);
     void addHin(const QString& code, const QString& name);
     // A sales slip of office 1 marked for the ledger.
     void sale(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, const QList<InvoiceLine>& lines,
               const QString& tekiyo = {});
-    // Ledger processing; fails the test on an error.
-    void batch();
 
 private:
     TempCompany company_{2026, 4};
@@ -47,6 +42,3 @@ struct Recorded : RecordingOutput {
     // The text drawn at (x, y) on page n (from 1), "" when none.
     QString at(int page, int x, int y) const;
 };
-
-// Money as the store keeps it.
-inline QVariant storeYen(qint64 yen) { return QVariant(qlonglong(yen * 10000)); }

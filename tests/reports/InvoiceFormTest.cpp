@@ -31,7 +31,7 @@ protected:
         co.addTor(1002, "大阪物産");
         co.sale(1, QDate(2026, 5, 10), 1001, 0, 5, {{"1001", 10, 120}});
         co.sale(2, QDate(2026, 5, 11), 1002, 0, 5, {{"1001", 3, 120}});
-        co.batch();
+        ledgerRun();
         // The printer is a PDF file, so what was printed can be read back.
         setPrinterChooser([this](QPrinter& p) {
             ++asked;
@@ -139,7 +139,7 @@ TEST_F(InvoiceFormTest, MonthAndDayOutOfRangeAreRefusedWithTheFocusBack)
 
 TEST_F(InvoiceFormTest, CancellingThePrinterOrTheStylePrintsNothing)
 {
-    co.exec("INSERT INTO zSysFunc (Code, contents) VALUES (395, '1:専用紙,2:控え')");
+    exec("INSERT INTO zSysFunc (Code, contents) VALUES (395, '1:専用紙,2:控え')");
     open();
     printerChosen = false;
     typeRun("5", "31");
@@ -172,8 +172,8 @@ TEST_F(InvoiceFormTest, IssueDateIsTodayInTheCompanysYearsAndEscCloses)
 
 TEST_F(InvoiceFormTest, F6TakesAClassThenACustomerOfIt)
 {
-    co.exec("INSERT INTO Tbn (Code, Namae) VALUES (2, '小売')");
-    co.exec("UPDATE Tor SET TbnCode = 2 WHERE Code = 1002");
+    exec("INSERT INTO Tbn (Code, Namae) VALUES (2, '小売')");
+    exec("UPDATE Tor SET TbnCode = 2 WHERE Code = 1002");
     open();
     enter("5");
     enter("31");

@@ -45,10 +45,10 @@ protected:
         co.sale(5, QDate(2026, 6, 3), 1005, 0, 6, {{"1001", 1, 100}});
         co.addTor(1004, "奈良堂", 30);
         co.sale(6, may10, 1004, 0, 5, {{"1001", 2, 500}});
-        co.batch();
-        co.exec("INSERT INTO TtoD (TorCode, NouCode, EigCode, Getudo, Nendo, Genkin, NTotal, KTotal) "
+        ledgerRun();
+        exec("INSERT INTO TtoD (TorCode, NouCode, EigCode, Getudo, Nendo, Genkin, NTotal, KTotal) "
                 "VALUES (1003, 0, 1, 5, 2026, ?, ?, 0)",
-                {storeYen(10000), storeYen(10000)});
+                {yen(10000), yen(10000)});
     }
 
     InvoiceRunOutcome run(Recorded& r, const QString& sime, const QString& from = {}, const QString& to = {},
@@ -101,7 +101,7 @@ TEST_F(InvoiceRunTest, CustomerWithDestinationsGetsCoveringAllDetailAndOneInvoic
         EXPECT_EQ(r.rec.page(p).filter(QStringLiteral("T 3840,7920 ")).size(), p == 1 ? 2 : 1);
     }
     // Invoices carry no number: the office's counter is untouched.
-    EXPECT_EQ(co.one("SELECT SeikyuNo FROM Eig WHERE Code = 1").toInt(), 1);
+    EXPECT_EQ(one("SELECT SeikyuNo FROM Eig WHERE Code = 1").toInt(), 1);
 }
 
 TEST_F(InvoiceRunTest, TwentyTwoLinesMakeTwoPagesWithTheAmountsOnTheLastOnly)
@@ -127,7 +127,7 @@ TEST_F(InvoiceRunTest, CoveringInvoiceOfTwoPagesCarriesTheAmountsOnBoth)
         co.addNou(1006, n, QStringLiteral("支店%1").arg(n));
         co.sale(100 + n, may10, 1006, n, 5, {{"1001", 1, 100}});
     }
-    co.batch();
+    ledgerRun();
     Recorded r;
     InvoiceRun counted(co.db());
     ASSERT_EQ(run(r, "25", {}, {}, &counted), InvoiceRunOutcome::Done);
@@ -183,7 +183,7 @@ TEST_F(InvoiceRunTest, PeriodShowsTheDayAndTheEraYearAndShrinkStopsForARange)
 
 TEST_F(InvoiceRunTest, ChosenStyleHoldsForTheRunAndPlainPaperCarriesTheForm)
 {
-    co.exec("INSERT INTO zSysFunc (Code, contents) VALUES (395, '1:専用紙'), (1201, '5-白紙請求書'), (1202, '6-控え')");
+    exec("INSERT INTO zSysFunc (Code, contents) VALUES (395, '1:専用紙'), (1201, '5-白紙請求書'), (1202, '6-控え')");
     const struct {
         int answer;
         InvoiceRunOutcome outcome;
@@ -215,8 +215,8 @@ TEST_F(InvoiceRunTest, ChosenStyleHoldsForTheRunAndPlainPaperCarriesTheForm)
 
 TEST_F(InvoiceRunTest, PlainPaperNamesTheAccountTheCustomerPaysInto)
 {
-    co.exec("INSERT INTO zSysFunc (Code, contents) VALUES (1201, '5-白紙')");
-    co.exec("UPDATE Com SET Bank3 = '三井住友銀行', Mise3 = '神田支店', shurui3 = 2, koza3 = '7654321'");
+    exec("INSERT INTO zSysFunc (Code, contents) VALUES (1201, '5-白紙')");
+    exec("UPDATE Com SET Bank3 = '三井住友銀行', Mise3 = '神田支店', shurui3 = 2, koza3 = '7654321'");
     session().SeiStyle = 5;
     const QString first = "みずほ銀行 神田支店 普通 1234567", third = "三井住友銀行 神田支店 当座 7654321";
     // 1004 closes on the 30th; the account is the customer's transfer account, if it has one.
@@ -226,7 +226,7 @@ TEST_F(InvoiceRunTest, PlainPaperNamesTheAccountTheCustomerPaysInto)
     } cases[] = {{0, {first, third}}, {3, {third}}, {1, {first}}, {2, {first, third}}};
     for (const auto& c : cases) {
         SCOPED_TRACE(c.bankCode);
-        co.exec("UPDATE Tor SET BankCode = ? WHERE Code = 1004", {c.bankCode});
+        exec("UPDATE Tor SET BankCode = ? WHERE Code = 1004", {c.bankCode});
         Recorded r;
         ASSERT_EQ(run(r, "30"), InvoiceRunOutcome::Done);
         EXPECT_TRUE(r.rec.texts().contains("お振込先"));
@@ -244,7 +244,7 @@ TEST_F(InvoiceRunTest, PdfOfARunHoldsEveryInvoiceInRunOrder)
     ASSERT_TRUE(out) << qPrintable(error);
     InvoiceRun run(co.db());
     run.chooseStyle = [] { return 5; };
-    co.exec("INSERT INTO zSysFunc (Code, contents) VALUES (395, '#'), (1201, '5-白紙')");
+    exec("INSERT INTO zSysFunc (Code, contents) VALUES (395, '#'), (1201, '5-白紙')");
     ASSERT_TRUE(printTo(*out, [&] { return run.IssueInvoices({"5", "31", {}, {}, {}}) == InvoiceRunOutcome::Done; }));
     EXPECT_EQ(out->pages(), 5);
     QProcess p;

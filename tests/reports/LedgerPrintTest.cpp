@@ -98,6 +98,7 @@ TEST_F(LedgerPrint, ListsPrintTheDataAsItStandsAndAddTheirParts)
     exec("UPDATE TtoD SET KTotal=? WHERE TorCode=2 AND NouCode=0 AND Getudo=5", {yen(1400)});
     RepoSales s("Uza");
     ASSERT_TRUE(s.read(5, 20));
+    EXPECT_EQ(s.screenRow(0).join('|') + "/" + s.totals().join('|'), "2|大阪物産|1,500|0|150|1,550/1,500|0|150|1,550");
     print([&] { return printPartnerList(s); });
     EXPECT_TRUE(log.contains("T 2880,120 売 上 一 覧 表"));
     EXPECT_EQ(textsAt(1108), QStringList({"2", "大阪物産", "1,500", "0", "150", "1,650"}));

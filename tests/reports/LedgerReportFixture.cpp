@@ -1,6 +1,5 @@
 #include "reports/LedgerReportFixture.h"
 #include "ledgers/Daichou.h"
-#include "ledgers/LedgerBatch.h"
 #include "shell/Session.h"
 #include "store/Sql.h"
 
@@ -12,7 +11,7 @@ void writeLines(const char* table, const char* partner, int dno, const QString& 
 {
     int eda = 0;
     for (const ReportLine& l : lines)
-        PartnerReportTest::exec(
+        exec(
             QStringLiteral("INSERT INTO %1 (Dno, Eda, EigCode, Kubun, Hizuke, %2, HinCode, HinNamae, Suu, UTanka, UGaku, "
                            "STanka, sGaku, ZeiFlag, ZeiGaku, Getudo, ThiFlag) VALUES (?, ?, 1, ?, ?, ?, ?, ?, ?, ?, ?, ?, ?, 1, 0, ?, -1)")
                 .arg(table, partner),
@@ -23,7 +22,7 @@ void writeLines(const char* table, const char* partner, int dno, const QString& 
 void purchase(int dno, const QDate& date, qint64 sir, int getudo, const QList<ReportLine>& lines)
 {
     const QString d = date.toString(Qt::ISODate);
-    PartnerReportTest::exec("INSERT INTO Dsr (Dno, EigCode, Hizuke, SirCode, Kubun) VALUES (?, 1, ?, ?, 0)", {dno, d, sir});
+    exec("INSERT INTO Dsr (Dno, EigCode, Hizuke, SirCode, Kubun) VALUES (?, 1, ?, ?, 0)", {dno, d, sir});
     writeLines("Dsd", "SirCode", dno, d, sir, getudo, lines, 4);
 }
 
@@ -33,15 +32,15 @@ void received(int dno, const QDate& date, qint64 tor, qint64 nou, qint64 sir, in
 {
     const QString d = date.toString(Qt::ISODate);
     if (sir == 0)
-        PartnerReportTest::exec("INSERT INTO Dny (Dno, Eda, EigCode, Hizuke, TorCode, NouCode, Kubun, Nnaiyo, NGaku, Getudo) "
+        exec("INSERT INTO Dny (Dno, Eda, EigCode, Hizuke, TorCode, NouCode, Kubun, Nnaiyo, NGaku, Getudo) "
                                 "VALUES (?, 1, 1, ?, ?, ?, ?, ?, ?, 5)", {dno, d, tor, nou, kubun, text, yen(y)});
     else
-        PartnerReportTest::exec("INSERT INTO Dsh (Dno, Eda, EigCode, Hizuke, SirCode, Kubun, Snaiyo, sGaku, Getudo) "
+        exec("INSERT INTO Dsh (Dno, Eda, EigCode, Hizuke, SirCode, Kubun, Snaiyo, sGaku, Getudo) "
                                 "VALUES (?, 1, 1, ?, ?, ?, ?, ?, 5)", {dno, d, sir, kubun, text, yen(y)});
     LedgerAmounts a;
     Money* fields[] = {&a.Genkin, &a.Kogite, &a.Furikomi, &a.Tegata, &a.Sousai, &a.Chousei};
     *fields[kubun - 1] = Money::fromYen(y);
-    const short seiFlag = nou ? short(PartnerReportTest::one("SELECT SeiFlag FROM Nou WHERE TorCode=? AND Code=?", {tor, nou}).toInt()) : 1;
+    const short seiFlag = nou ? short(one("SELECT SeiFlag FROM Nou WHERE TorCode=? AND Code=?", {tor, nou}).toInt()) : 1;
     QString error;
     EXPECT_TRUE(sir ? PostLedger("TSI", sir, 0, a, "5", 1, 0, 0, &error) : PostCustomer(tor, nou, a, "5", 1, seiFlag, &error))
         << error.toStdString();
@@ -52,16 +51,9 @@ void received(int dno, const QDate& date, qint64 tor, qint64 nou, qint64 sir, in
 void PartnerReportTest::SetUp()
 {
     ASSERT_TRUE(company.open());
-    Session& s = session();
-    s.Nendo = 2026;
-    s.sTuki = 4;
-    s.eTuki = 3;
-    s.Sime = 31;
-    s.EigCode = 1;
-    s.EigNamae = QStringLiteral("本社");
-    s.Zeiritu = Money::fromYen(8);
-    s.TaxRateNew = Money::fromYen(10);
-    s.TaxChangeDate = QDate(2019, 9, 30);
+    useFiscal2026();
+    session().Sime = 31;
+    session().EigNamae = QStringLiteral("本社");
     exec("INSERT INTO Tbn (Code, Namae) VALUES (1, '卸'), (2, '小売')");
     exec("INSERT INTO Sbn (Code, Namae) VALUES (1, 'メーカー')");
     const char* tor = "INSERT INTO Tor (Code, TbnCode, Kana, Namae, Tenmei, Zeituuchi, HsuType, Hsu, Sime) "
@@ -84,20 +76,12 @@ void PartnerReportTest::SetUp()
     sale(5, QDate(2026, 5, 15), 2, 0, 5, {{1, 1500}});
     sale(6, QDate(2026, 4, 20), 3, 0, 4, {{5, 1000}});
     purchase(1, QDate(2026, 5, 8), 1, 5, {{7, 100}, {3, 100, 0, QStringLiteral("0000000001002"), QStringLiteral("ノート")}});
-    batch();
+    ledgerRun();
     received(1, QDate(2026, 5, 12), 1, 0, 0, 1, 3000, QStringLiteral("5月分"));
     received(2, QDate(2026, 5, 22), 1, 6, 0, 3, 2000, QStringLiteral("南支店分"));
     received(3, QDate(2026, 5, 15), 3, 0, 0, 3, 3000, QStringLiteral("4月分"));
     received(1, QDate(2026, 5, 30), 0, 0, 1, 1, 1000, QStringLiteral("5月分"));
 }
-
-void PartnerReportTest::exec(const QString& sql, const QVariantList& binds)
-{
-    QSqlError e;
-    EXPECT_EQ(execSql(session().MasterDb, sql, binds, &e), ErrorClass::None) << sql.toStdString() << " " << e.text().toStdString();
-}
-
-QVariant PartnerReportTest::one(const QString& sql, const QVariantList& binds) { return scalar(session().MasterDb, sql, binds); }
 
 void PartnerReportTest::sale(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, const QList<ReportLine>& lines)
 {
@@ -105,12 +89,6 @@ void PartnerReportTest::sale(int dno, const QDate& date, qint64 tor, qint64 nou,
     exec("INSERT INTO Dur (Dno, EigCode, Hizuke, TorCode, TorCodeSei, NouCode, Kubun) VALUES (?, 1, ?, ?, ?, ?, 0)",
          {dno, d, tor, tor, nou});
     writeLines("Dud", "TorCode", dno, d, tor, getudo, lines, 1);
-}
-
-void PartnerReportTest::batch()
-{
-    QString error;
-    EXPECT_TRUE(runLedgerProcessing({}, &error)) << error.toStdString();
 }
 
 void PartnerReportTest::sixteenRows()

@@ -28,8 +28,6 @@ struct ReportLine {
     QString name = QStringLiteral("ボールペン");
 };
 
-inline QVariant yen(qint64 y) { return Money::fromYen(y).toStore(); }
-
 // The ledger views of a closing month, and of a range of dates.
 inline LedgerRange month(const QString& view, qint64 partner, int m, qint64 nou = 0) { return {view, true, partner, nou, m}; }
 inline LedgerRange dates(const QString& view, qint64 partner, int sm, int sd, int em, int ed)
@@ -44,11 +42,8 @@ protected:
     void SetUp() override;
 
 public:
-    static void exec(const QString& sql, const QVariantList& binds = {});
-    static QVariant one(const QString& sql, const QVariantList& binds = {});
     // Sales slips marked for ledger processing; amounts are quantity times price, cost half.
     static void sale(int dno, const QDate& date, qint64 tor, qint64 nou, int getudo, const QList<ReportLine>& lines);
-    static void batch();
     // Fifteen more lines of customer 2 on May 3rd (slip 30): sixteen rows in May.
     static void sixteenRows();
 };

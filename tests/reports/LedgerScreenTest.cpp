@@ -202,23 +202,19 @@ TEST_F(LedgerScreen, MenuItemsOpenTheirListsWithTheirWords)
     registerScreen("Daichou_frm", [] { return new Daichou_frm; });
     registerScreen("Zandaka_frm", [] { return new Zandaka_frm; });
     registerScreen("RepoSales_frm", [] { return new RepoSales_frm; });
-    struct Case {
-        const char* caption;
-        const char* form;
-        QString shown;   // the view word, or the list's title
-    };
-    const QList<Case> cases = {
+    // The view word of a ledger, the title of a list.
+    const std::tuple<const char*, const char*, QString> cases[] = {
         {"得意先元帳", "Daichou_frm", "Tdc"},          {"仕入先元帳", "Daichou_frm", "Sdc"},
         {"売掛残高一覧", "Zandaka_frm", "2026年度売掛残高一覧"}, {"買掛残高一覧", "Zandaka_frm", "2026年度買掛残高一覧"},
         {"売上一覧表", "RepoSales_frm", "2026年度売上一覧表"},   {"仕入一覧表", "RepoSales_frm", "2026年度仕入一覧表"},
     };
-    for (const Case& c : cases) {
+    for (const auto& [caption, name, shown] : cases) {
         dlg.askAnswers = {false};   // no ledger processing first
-        ASSERT_TRUE(MenuRun(c.caption)) << c.caption;
-        QWidget* w = screen(c.form);
+        ASSERT_TRUE(MenuRun(caption)) << caption;
+        QWidget* w = screen(name);
         ASSERT_TRUE(w && w->isVisible());
         const auto* d = qobject_cast<Daichou_frm*>(w);
-        EXPECT_EQ(d ? d->view() : qobject_cast<LedgerReportList_frm*>(w)->Title()->text(), c.shown);
+        EXPECT_EQ(d ? d->view() : qobject_cast<LedgerReportList_frm*>(w)->Title()->text(), shown);
         w->close();
         flushDeletes();
     }

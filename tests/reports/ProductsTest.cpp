@@ -38,8 +38,9 @@ protected:
         purchase(1, QDate(2026, 4, 10), 1, {{pen, "ボールペン", 50, 60}});
         purchase(2, QDate(2026, 4, 11), 7, {{pen, "ボールペン", 20, 65}, {note, "ノート", 10, 150}});
     }
-    // April's grid as the print command fills it, each row its trimmed cells joined by "|".
-    QStringList april(const char* mode, qint64 partner)
+    // April's grid as the print command fills it, each row its trimmed cells joined by "|"; its
+    // print drawn on `out` when given.
+    QStringList april(const char* mode, qint64 partner, RecordingOutput* out = nullptr)
     {
         RepoNippou r(QString::fromLatin1(mode));
         QString error;
@@ -48,6 +49,10 @@ protected:
         Grd grd(&cells);
         RepoNippou::setUp(grd);
         EXPECT_TRUE(r.fill(grd));
+        if (out) {
+            ScopedPageOutput scope(out);
+            EXPECT_TRUE(r.print(grd));
+        }
         QStringList rows;
         for (int i = 1; i < cells.rows(); ++i) {
             QStringList row;
@@ -102,17 +107,8 @@ TEST_F(Products, ReadsEveryLineOfTheRangeACancelledImageToo)
 TEST_F(Products, PrintedOnFanfoldPaperWithTitleAndPeriod)
 {
     VtmlSetToday(QDate(2026, 5, 1));
-    RepoNippou r(QStringLiteral("Uri"));
-    ASSERT_TRUE(r.load(QDate(2026, 4, 1), QDate(2026, 4, 30), 0, nullptr));
-    MemoryGridCells cells(measured);
-    Grd grd(&cells);
-    RepoNippou::setUp(grd);
-    ASSERT_TRUE(r.fill(grd));
     RecordingOutput out;
-    {
-        ScopedPageOutput scope(&out);
-        ASSERT_TRUE(r.print(grd));
-    }
+    april("Uri", 0, &out);
     VtmlSetToday({});
     ASSERT_EQ(out.pages(), 1);
     const QStringList page = out.rec.page(1);

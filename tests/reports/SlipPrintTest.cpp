@@ -32,7 +32,7 @@ protected:
                     QStringLiteral("午前着"));
         }
         co.addNou(2001, 3, "北倉庫");
-        co.exec("UPDATE Dur SET NouCode = 3 WHERE Dno = 1");
+        exec("UPDATE Dur SET NouCode = 3 WHERE Dno = 1");
     }
 
     // Prints slip dno into r; the error when it fails.
@@ -151,7 +151,7 @@ TEST_F(SlipPrintTest, ShrunkReceiptCopyKeepsItsTextsOnItsOwnRules)
 TEST_F(SlipPrintTest, SlipThatIsNotThereIsToldAndDrawsNothing)
 {
     // Another office's slip of that number is not ours.
-    co.exec("UPDATE Dur SET EigCode = 2 WHERE Dno = 4");
+    exec("UPDATE Dur SET EigCode = 2 WHERE Dno = 4");
     for (long dno : {0L, 99L, 4L}) {
         Recorded r;
         EXPECT_EQ(print(r, dno), "該当する伝票がありません。") << dno;
@@ -162,7 +162,7 @@ TEST_F(SlipPrintTest, SlipThatIsNotThereIsToldAndDrawsNothing)
 
 TEST_F(SlipPrintTest, F9TailPrintsSalesSlipsOnlyAndCancellingKeepsTheStyle)
 {
-    co.exec("INSERT INTO zSysFunc (Code, contents) VALUES (385, '1:納品書,2:受領書付')");
+    exec("INSERT INTO zSysFunc (Code, contents) VALUES (385, '1:納品書,2:受領書付')");
     QTemporaryDir tmp;
     int asked = 0;
     setPrinterQuestion([&](QPrinter& p) {
