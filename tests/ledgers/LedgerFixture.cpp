@@ -123,6 +123,29 @@ qint64 LedgerCompany::thi(const QString& hin, int getudo, const QString& column,
     return quantity ? q.value(0).toLongLong() : Money::fromStore(q.value(0)).truncYen();
 }
 
+template <class One>
+static QString joined(const QStringList& columns, One one)
+{
+    QStringList out;
+    for (const QString& c : columns) out << QString::number(one(c));
+    return out.join(QLatin1Char('/'));
+}
+
+QString LedgerCompany::tto(qint64 tor, qint64 nou, int getudo, const QStringList& columns, int eig) const
+{
+    return joined(columns, [&](const QString& c) { return tto(tor, nou, getudo, c, eig); });
+}
+
+QString LedgerCompany::tsi(qint64 sir, int getudo, const QStringList& columns, int eig) const
+{
+    return joined(columns, [&](const QString& c) { return tsi(sir, getudo, c, eig); });
+}
+
+QString LedgerCompany::thi(const QString& hin, int getudo, const QStringList& columns, int eig) const
+{
+    return joined(columns, [&](const QString& c) { return thi(hin, getudo, c, eig); });
+}
+
 qint64 LedgerCompany::zan(const QString& head, const QString& where, const QVariantList& binds) const
 {
     Query q(db(), QStringLiteral("SELECT Zan FROM %1 WHERE %2").arg(head, where), binds);

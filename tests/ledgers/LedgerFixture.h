@@ -51,6 +51,10 @@ public:
     qint64 tto(qint64 tor, qint64 nou, int getudo, const QString& column, int eig = 1) const;
     qint64 tsi(qint64 sir, int getudo, const QString& column, int eig = 1) const;
     qint64 thi(const QString& hin, int getudo, const QString& column, int eig = 1) const;
+    // Several columns of one month row joined by '/': {"Gaku", "Zeigaku"} gives "1000/100".
+    QString tto(qint64 tor, qint64 nou, int getudo, const QStringList& columns, int eig = 1) const;
+    QString tsi(qint64 sir, int getudo, const QStringList& columns, int eig = 1) const;
+    QString thi(const QString& hin, int getudo, const QStringList& columns, int eig = 1) const;
     qint64 zan(const QString& head, const QString& where, const QVariantList& binds) const;
     qint64 count(const QString& sql, const QVariantList& binds = {}) const;
     // Every row of the year's slip file, slips and ledgers, for before/after comparisons.

@@ -130,6 +130,7 @@ TEST(TipsMenu, TildeMasterNamesAndTheYearEnd)
     EXPECT_EQ(f.w->Text1()->text(), "4");
     EXPECT_EQ(f.w->Text2()->text(), "4");
     EXPECT_EQ(c.tto(100, 0, 4, "Gaku"), 0);
+    EXPECT_EQ(c.tto(100, 0, 10, "Gaku"), 10000 + 999);   // the other months are left alone
     EXPECT_TRUE(dlg.log.isEmpty());
     f.w->Command1(7)->click();
     EXPECT_TRUE(f.gone());

@@ -15,6 +15,7 @@
 #include "support/DamagedFile.h"
 #include "support/ScriptedDialogs.h"
 #include "support/TempCompany.h"
+#include "support/StoreFileHelpers.h"
 #include "support/StoreSnapshot.h"
 
 namespace {
@@ -26,24 +27,17 @@ struct CommandRun {
     explicit CommandRun(const QStringList& args)
     {
         CloseStore();
-        CommandConsole c;
-        c.out = [this](const QString& s) { out << s; };
-        c.err = [this](const QString& s) { err << s; };
-        c.readLine = [](QString*) { return false; };
+        CommandConsole c{[this](const QString& s) { out << s; }, [this](const QString& s) { err << s; },
+                         [](QString*) { return false; }};
         rc = runStoreCommand(args, c);
         EXPECT_FALSE(session().MasterDb.isOpen());
         EXPECT_FALSE(processInstanceLock().held());
     }
 };
 
-QString inFile(const QString& file, const QString& sql)
-{
-    OwnConnection c(file);
-    return scalar(c.db(), sql).toString();
-}
-
 } // namespace
 
+// A new company, without the marker: year-end, backup and compaction, each from its own start.
 TEST(YearEndCommands, YearEndBackupAndCompactionWithoutAScreen)
 {
     ClosingYear co;
@@ -67,6 +61,14 @@ TEST(YearEndCommands, YearEndBackupAndCompactionWithoutAScreen)
     EXPECT_EQ(snapshotDifference(rows, storeFileRows("2027/SLIP.db")), "");
     EXPECT_EQ(snapshotDifference(rows, storeFileRows("2027/SLIP.bak")), "");
     EXPECT_TRUE(QFileInfo("MASTER/MASTER.bak").isFile());
+
+    // Reopened, the closed year is still there to change to.
+    ScriptedDialogs dlg;
+    ASSERT_TRUE(co.reopen());
+    EXPECT_EQ(session().Nendo, 2027);
+    EXPECT_EQ(ChangeTargetYear(2026), YearChange::Changed);
+    EXPECT_EQ(scalar(session().MasterDb, "SELECT count(*) FROM Dur").toInt(), 4);
+    EXPECT_TRUE(dlg.log.isEmpty());
 }
 
 TEST(YearEndCommands, RefusalsAndFailuresChangeNothing)
@@ -82,7 +84,6 @@ TEST(YearEndCommands, RefusalsAndFailuresChangeNothing)
         {{"yearend", "--office", "大阪"}, 2, "--office には営業所コード（数字）を指定してください。"},
         {{"yearend", "now"}, 2, usage},
         {{"backup", "--to"}, 2, usage},
-        {{"backup", "--from", "x"}, 2, usage},
         {{"optimize", "--to", "x"}, 2, usage},
         {{"yearend", "--office", "9"}, 2, "営業所 9 は登録されていません。"},
         {{"backup", "--to", "bk"}, 1, backupFailureText()},   // a file where the folder should be

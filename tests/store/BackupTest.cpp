@@ -8,22 +8,16 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include "demo/DemoCompany.h"
-#include "ledgers/YearEnd.h"
-#include "shell/MenuModel.h"
 #include "shell/QtMenuRun.h"
 #include "shell/QtScreens.h"
 #include "shell/Session.h"
-#include "shell/Startup.h"
-#include "shell/TargetYear.h"
 #include "store/Backup.h"
-#include "store/BackupFiles.h"
 #include "store/Backup_frm.h"
 #include "store/NewCompany.h"
-#include "store/Optimize.h"
-#include "store/Sql.h"
 #include "store/Store.h"
 #include "support/EndRecorder.h"
 #include "support/ScriptedDialogs.h"
+#include "support/StoreFileHelpers.h"
 #include "support/StoreSnapshot.h"
 #include "support/TempCompany.h"
 
@@ -36,18 +30,6 @@ void sql(const QString& statement, const QVariantList& binds = {})
     QSqlError e;
     EXPECT_EQ(execSql(session().MasterDb, statement, binds, &e), ErrorClass::None) << e.text().toStdString();
 }
-
-QString inFile(const QString& file, const QString& query)
-{
-    OwnConnection c(file);
-    return scalar(c.db(), query).toString();
-}
-
-struct ScopedFileHook {
-    FileStepHook prev;
-    explicit ScopedFileHook(FileStepHook h) { prev = setFileStepHook(std::move(h)); }
-    ~ScopedFileHook() { setFileStepHook(prev); }
-};
 
 // A copy that reads back damaged, as a dying disk would leave it.
 void spoil(const QString& path)
@@ -62,14 +44,6 @@ QString linkTarget(const QString& path)
     char buf[256] = {0};
     const ssize_t n = ::readlink(QFile::encodeName(path).constData(), buf, sizeof buf - 1);
     return n > 0 ? QString::fromLocal8Bit(buf, n) : QString();
-}
-
-bool startsOn(int year)
-{
-    CloseStore();
-    session() = Session();
-    MenuModel menu;
-    return runStartup(menu).kind == StartupResult::Run && session().Nendo == year;
 }
 
 } // namespace
@@ -217,33 +191,4 @@ TEST(CompanyLayout, NewAndDemoCompaniesKeepTheMasterInItsFolderWithARelativeLink
         EXPECT_EQ(linkTarget(root + "/MASTER.db"), "MASTER/MASTER.db") << name;
         EXPECT_TRUE(QFileInfo(root + "/MASTER/MASTER.db").isFile() && !QFileInfo(root + "/MASTER/MASTER.db").isSymLink());
     }
-    // The folder moved as a whole still opens.
-    ASSERT_TRUE(QDir().rename(tmp.filePath("new"), tmp.filePath("moved")));
-    TempCompany enter(0);
-    QDir::setCurrent(tmp.filePath("moved"));
-    ScriptedDialogs dlg;
-    ASSERT_TRUE(OpenStore());
-    EXPECT_EQ(scalar(session().MasterDb, "SELECT SKai FROM Com").toString(), "20260401");
-}
-
-TEST(CompanyLayout, ANewCompanyWithoutTheMarkerGoesThroughYearEndBackupAndCompaction)
-{
-    TempCompany co(2026);
-    ScriptedDialogs dlg;
-    ASSERT_TRUE(startsOn(2026));
-    ASSERT_TRUE(execSql(session().MasterDb, "INSERT INTO Dur (Dno, EigCode, Hizuke) VALUES (1, 1, '2026-06-01')") == ErrorClass::None);
-    const YearEndResult r = ExecuteUpdate();
-    ASSERT_TRUE(r.ok) << r.error.toStdString();
-    BackupResult b;
-    ASSERT_TRUE(backupStore("bk", false, 2027, QDate::currentDate(), &b)) << b.error.toStdString();
-    CloseStore();
-    QString error;
-    ASSERT_TRUE(compactStore(false, 2027, &error)) << error.toStdString();
-
-    ASSERT_TRUE(startsOn(2027));
-    EXPECT_EQ(session().MasterDb.databaseName(), "MASTER.db");   // the start opens the link
-    EXPECT_EQ(ChangeTargetYear(2026), YearChange::Changed);
-    EXPECT_EQ(scalar(session().MasterDb, "SELECT Dno FROM Dur").toInt(), 1);
-    EXPECT_EQ(AvailableYears(), QList<int>({2026, 2027}));
-    EXPECT_TRUE(dlg.of("Box").isEmpty());
 }

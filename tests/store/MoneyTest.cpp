@@ -30,10 +30,8 @@ TEST(Money, FromDoubleRoundsTiesToEvenBothSigns)
     for (const auto& c : cases) EXPECT_EQ(Money::fromDouble(c.v).raw(), c.raw) << c.v;
 }
 
-TEST(Money, DivisionIsDoubleAndTextIsPlain)
+TEST(Money, TextIsPlain)
 {
-    EXPECT_DOUBLE_EQ(Money::fromYen(1000) / 3.0, 1000.0 / 3.0);
-    EXPECT_DOUBLE_EQ(Money::fromYen(1) / Money::fromYen(4), 0.25);
     EXPECT_EQ(Money::fromRaw(-505000).toText(), "-50.5");
     EXPECT_EQ(Money::fromYen(1000).toText(), "1000");
     EXPECT_EQ(Money::fromRaw(1).toText(), "0.0001");
