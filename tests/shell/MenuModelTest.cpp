@@ -79,17 +79,6 @@ TEST(MenuModel, ArrowsBetweenTheColumns)
     EXPECT_EQ(m.keyPress(Qt::Key_Right).kind, Cmd::Nothing);
 }
 
-TEST(MenuModel, EscapeDiffersBetweenTheColumns)
-{
-    MenuModel m = withItems(0, 3);
-    EXPECT_EQ(m.keyPress(Qt::Key_Escape).kind, Cmd::Ending);
-    m.keyPress(Qt::Key_Left);
-    EXPECT_EQ(m.keyPress(Qt::Key_Escape).kind, Cmd::EndingThenClose);
-    EXPECT_EQ(m.keyPress(Qt::Key_Space).kind, Cmd::ChangeOffice);
-    m.keyPress(Qt::Key_Right);
-    EXPECT_EQ(m.keyPress(Qt::Key_Space).kind, Cmd::ChangeOffice);
-}
-
 TEST(MenuModel, EmptyGroupTakesTheKeysButRunsNothing)
 {
     MenuModel m = withItems(0, 3);
