@@ -99,7 +99,9 @@ TEST(Startup, Offices)
         EXPECT_EQ(session().EigCode, c.code);
         EXPECT_EQ(session().EigNamae, c.name);
         EXPECT_EQ(session().EigNames.size(), c.listed);
-        if (c.listed) EXPECT_EQ(session().EigCodes.last(), 2 + c.listed - 1);
+        if (c.listed) {
+            EXPECT_EQ(session().EigCodes.last(), 2 + c.listed - 1);
+        }
         EXPECT_EQ(r.showOffice, c.shown);
         EXPECT_EQ(dlg.of("Tell").size(), c.tells);
     }
