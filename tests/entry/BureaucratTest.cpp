@@ -83,16 +83,14 @@ TEST_F(BureaucratTest, KeysWalkTheItemsAndSkipTheHiddenOne)
 
 TEST_F(BureaucratTest, FieldsAreNormalisedWhenLeftByKey)
 {
-    typeText("12");
-    press(Qt::Key_Return);
+    enter("12");
     EXPECT_EQ(box(0)->text(), "   12");
     typeText("あいうえおかきくけこ");   // twenty bytes into a field of ten
     press(Qt::Key_Return);
     EXPECT_EQ(box(1)->text(), "あいうえお");
     press(Qt::Key_Return);
     press(Qt::Key_Return);
-    typeText("¥1,234.5");
-    press(Qt::Key_Return);
+    enter("¥1,234.5");
     EXPECT_EQ(box(3)->text(), " 1,234.50");
     press(Qt::Key_Up);
     typeText("abc");
@@ -144,8 +142,7 @@ TEST_F(BureaucratTest, ChoiceListKeys)
 
 TEST_F(BureaucratTest, FunctionKeysWithoutAutoCode)
 {
-    typeText("7");
-    press(Qt::Key_Return);
+    enter("7");
     typeText("名前");
     list(1)->setCurrentIndex(1);
     press(Qt::Key_F10);
