@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QComboBox>
-
-#include "entry/QtChoiceLists.h"
 #include "entry/Utility.h"
 #include "shell/Session.h"
 #include "store/Sql.h"
@@ -63,19 +60,6 @@ TEST_F(UtilityTest, PartnerRecords)
         EXPECT_EQ(r.className, c.className) << c.code;
         EXPECT_EQ(r.sime, c.sime) << c.code;
     }
-}
-
-TEST_F(UtilityTest, NamesAsLists)
-{
-    QComboBox list;
-    TorNameList(&list, 5);
-    ASSERT_EQ(list.count(), 1);
-    EXPECT_EQ(list.currentText(), "桜商店･本店");
-    EXPECT_EQ(list.itemData(0).toInt(), 5);
-    TableName(&list, "Sbn", 4);
-    EXPECT_EQ(list.currentText(), "メーカー");
-    TableName(&list, "Sbn", 5);
-    EXPECT_EQ(list.count(), 0);
 }
 
 TEST_F(UtilityTest, ZipAddressOneManyNone)

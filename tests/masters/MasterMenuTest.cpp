@@ -5,7 +5,6 @@
 #include "entry/Help_frm.h"
 #include "masters/Deal_frm.h"
 #include "masters/Hin_frm.h"
-#include "masters/Kaisya_frm.h"
 #include "shell/QtMenuRun.h"
 #include "shell/QtScreens.h"
 
@@ -18,8 +17,6 @@ class MasterMenuTest : public MasterFormTest {};
 TEST_F(MasterMenuTest, CaptionsOpenTheForms)
 {
     registerAllScreens();
-    for (const char* name : {"ms_frm", "Tan_frm", "SysFunc_frm", "Opt_frm", "Help_frm"})
-        EXPECT_TRUE(screenExists(name)) << name;
     run("INSERT INTO Tbn (Code, Namae) VALUES (1, '卸')");
     EXPECT_TRUE(MenuRun("仕入先"));
     // Refused before the form was made: no window of it exists, not even one closing.

@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
-#include "entry/Convert.h"
 #include "masters/CompanyRules.h"
 #include "masters/DealRules.h"
 #include "masters/MasterRows.h"
 #include "masters/NouRules.h"
-#include "masters/PriceRules.h"
 #include "shell/Session.h"
 #include "store/Sql.h"
 #include "support/ScriptedDialogs.h"
@@ -36,29 +34,6 @@ TEST(CompanyPeriod, StartMonthEndAndRefusals)
         EXPECT_EQ(p.eKai, c.eKai) << qPrintable(c.sKai);
         EXPECT_EQ(p.fin, c.fin) << qPrintable(c.sKai);
     }
-}
-
-TEST(DealChecks, ClosingDayBeforeClassForCustomersOnly)
-{
-    const DealKind& tor = *dealKind("Tor");
-    const DealKind& sir = *dealKind("Sir");
-    struct Case { const DealKind* kind; QString sime; std::optional<int> cls; QString message; bool onSime; } cases[] = {
-        {&tor, " 0", 3, "締日が記入されてません。", true},
-        {&tor, "abc", 3, "締日が記入されてません。", true},
-        {&tor, "20", std::nullopt, "分類コードが設定されていません。", false},
-        {&tor, "20", 0, "分類コードが設定されていません。", false},
-        {&tor, "31", 1, "", false},
-        {&sir, "", std::nullopt, "分類コードが設定されていません。", false},
-        {&sir, "", 2, "", false},
-    };
-    for (const Case& c : cases) {
-        const DealCheck d = dealSaveCheck(*c.kind, c.sime, c.cls);
-        EXPECT_EQ(d.message, c.message) << qPrintable(c.kind->menuKey + "/" + c.sime);
-        if (!c.message.isEmpty()) {
-            EXPECT_EQ(d.onSime, c.onSime);
-        }
-    }
-    EXPECT_EQ(dealKind("Tka"), nullptr);
 }
 
 TEST(StoreValues, ByColumnType)
@@ -93,21 +68,6 @@ TEST_F(RulesStore, EachPartnerLooksAtItsOwnSlipsOfTheYear)
         EXPECT_EQ(dealSlipRefusal(db(), kind, 6), "");
     }
     EXPECT_EQ(nouSlipRefusal(db(), 5, 2), "この納入先が伝票に存在するので、削除はできません。");   // a deposit counts too
-}
-
-TEST_F(RulesStore, PricesOfGoneProductsAndOtherDestinationsStayUnseen)
-{
-    run("INSERT INTO Hin (Code, Namae) VALUES ('0000000000001', '鉛筆'), ('0000000000002', '消しゴム')");
-    const PriceKind& nka = *priceKind("Nka");
-    for (const char* hin : {"0000000000001", "0000000000002"})
-        ASSERT_EQ(registerPrice(db(), nka, {9, 1}, hin, Money::fromYen(70)), ErrorClass::None);
-    ASSERT_EQ(registerPrice(db(), nka, {9, 2}, "0000000000002", Money::fromYen(60)), ErrorClass::None);
-    run("DELETE FROM Hin WHERE Code = '0000000000001'");
-    const QList<PriceLine> lines = showPriceList(db(), nka, {9, 1});
-    ASSERT_EQ(lines.size(), 1);
-    EXPECT_EQ(lines[0].hinCode, "0000000000002");
-    EXPECT_EQ(lines[0].tanka, Money::fromYen(70));
-    EXPECT_EQ(cell("SELECT COUNT(*) FROM Nka"), "3");   // the orphan stays in the table
 }
 
 TEST_F(RulesStore, ACompanySaveTheStoreRefusesWritesNothing)

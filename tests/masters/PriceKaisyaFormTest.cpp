@@ -15,7 +15,7 @@ protected:
         MasterFormTest::SetUp();
         run("INSERT INTO Tor (Code, TbnCode, Namae, Sime) VALUES (1, 1, '甲商店', 20)");
         run("INSERT INTO Sir (Code, SbnCode, Namae) VALUES (4, 1, '東洋製作所')");
-        run("INSERT INTO Nou (TorCode, Code, Namae) VALUES (1, 2, '南倉庫')");
+        run("INSERT INTO Nou (TorCode, Code, Namae) VALUES (1, 2, '南倉庫'), (1, 3, '北倉庫')");
         run("INSERT INTO Hin (Code, Namae) VALUES ('0000000000001', '鉛筆'), ('0000000000002', '消しゴム'), ('0000000000003', '定規')");
         // A price whose product is gone stays in the table, unseen.
         run("INSERT INTO Tka (TorCode, HinCode, Tanka) VALUES (1, '0000000000003', 10000)");
@@ -102,6 +102,7 @@ TEST_F(PriceFormTest, SupplierAndDestinationPrices)
     EXPECT_EQ(cell("SELECT SirCode || '|' || HinCode || '|' || Tanka FROM Ska"), "4|0000000000001|300000");
     delete form.data();
 
+    run("INSERT INTO Nka (TorCode, NouCode, HinCode, Tanka) VALUES (1, 3, '0000000000001', 10000)");   // another destination's
     show(new PriceNka_frm);
     enter("1");
     enter("2");
@@ -111,7 +112,7 @@ TEST_F(PriceFormTest, SupplierAndDestinationPrices)
     press(Qt::Key_Return);
     EXPECT_EQ(focused(), box(2));
     EXPECT_EQ(grid(), QStringList({"2|消しゴム|    45.00"}));
-    EXPECT_EQ(cell("SELECT TorCode || '|' || NouCode || '|' || HinCode || '|' || Tanka FROM Nka"), "1|2|0000000000002|450000");
+    EXPECT_EQ(cell("SELECT TorCode || '|' || NouCode || '|' || HinCode || '|' || Tanka FROM Nka WHERE NouCode = 2"), "1|2|0000000000002|450000");
     EXPECT_EQ(count("Tka"), 1);
 }
 

@@ -39,8 +39,7 @@ TEST_F(SystemFormsTest, SysFuncFindsAddsAndDeletesRows)
     press(Qt::Key_Return);
     EXPECT_EQ(code->text(), "       1");
     ASSERT_EQ(focused(), text);
-    typeText("1.5");
-    press(Qt::Key_Return);
+    enter("1.5");
     press(Qt::Key_Return);                 // RecField: save and clear
     EXPECT_EQ(contents(1).toString(), "1.5");
     EXPECT_TRUE(code->text().isEmpty());
@@ -58,8 +57,7 @@ TEST_F(SystemFormsTest, SysFuncFindsAddsAndDeletesRows)
 
     press(Qt::Key_Up);
     press(Qt::Key_F1);
-    typeText("825");
-    press(Qt::Key_Return);
+    enter("825");
     dialogs.askAnswers = {false, true};
     press(Qt::Key_F2);
     EXPECT_TRUE(contents(825).isValid());
@@ -76,10 +74,8 @@ TEST_F(SystemFormsTest, OptionsReadSaveAndClose)
     ASSERT_TRUE(showActive(form));
     EXPECT_TRUE(form->ebox()[0]->text().isEmpty());   // both rows missing
     EXPECT_TRUE(form->ebox()[1]->text().isEmpty());
-    typeText("d:\\backup\\shop");
-    press(Qt::Key_Return);
-    typeText("1");
-    press(Qt::Key_Return);
+    enter("d:\\backup\\shop");
+    enter("1");
     press(Qt::Key_Return);
     EXPECT_EQ(option(5).toString(), "d:\\backup\\shop");
     EXPECT_EQ(option(15).toString(), "1");
