@@ -121,6 +121,7 @@ TEST_F(CashierFormTest, TheLastRowAsksBeforeSavingAndAForgottenRowGoesIn)
     // F4 on the second kind opens a row there and pushes the sixth off.
     form->cell(Cashier_frm::dKubun, 1)->setFocus();
     press(Qt::Key_F4);
+    EXPECT_EQ(text(form->Gakukei()), "1,500");
     typeRow(3, "振替分", "700");
     EXPECT_EQ(text(form->Gakukei()), "2,200");
     form->cell(Cashier_frm::dGaku, 5)->setFocus();
