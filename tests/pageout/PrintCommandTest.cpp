@@ -78,8 +78,6 @@ TEST(PrintCommand, BadArgumentsAreRefusedWithTheReasonAndExit2)
         {{"print", "nosuch", "--pdf", "x.pdf"}, "nosuch という帳票はありません。"},
         {{"print", "vtml", "--pdf", "x.pdf"}, "vtml には --in を指定してください。"},
         {{"print", "vtml", "--in", doc}, "--pdf ファイル か --xlsx ファイル のどちらか一つを指定してください。"},
-        {{"print", "vtml", "--in", doc, "--pdf", "a.pdf", "--xlsx", "b.xlsx"},
-         "--pdf ファイル か --xlsx ファイル のどちらか一つを指定してください。"},
         {{"print", "vtml", "--in", doc, "--xlsx", "b.xlsx"}, "vtml はエクセルファイルには出力できません。--pdf を指定してください。"},
         {{"print", "vtml", "--in", doc, "--pdf", "a.pdf", "--month", "4"}, "vtml には --month という指定はありません。"},
         {{"print", "vtml", "--in", doc, "--in", doc, "--pdf", "a.pdf"}, "--in が二度指定されています。"},
@@ -118,9 +116,6 @@ TEST(PrintCommand, VtmlRendersAFileOfLinesWithoutACompany)
     Console missing;
     EXPECT_EQ(missing.run({"print", "vtml", "--in", dir.filePath("nothere.txt"), "--pdf", none}), 1);
     EXPECT_EQ(missing.err, QStringList{"入力ファイル " + dir.filePath("nothere.txt") + " を読めません。"});
-    Console folder;
-    EXPECT_EQ(folder.run({"print", "vtml", "--in", doc, "--pdf", dir.filePath("no/such.pdf")}), 1);
-    EXPECT_TRUE(folder.err.value(0).startsWith("エラー：PDFファイルを書き込めませんでした。"));
 }
 
 TEST(PrintCommand, AReportOfTheCompanyStartsLikeBatchAndWritesPdfOrXlsx)

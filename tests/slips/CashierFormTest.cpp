@@ -20,8 +20,7 @@ protected:
         enter("15");
         press(Qt::Key_Return);
         pick(partner);
-        if (form->editor().deposit()) press(Qt::Key_Return);
-        press(Qt::Key_Return);
+        for (int i = form->editor().deposit() ? 0 : 1; i < 2; ++i) press(Qt::Key_Return);
         enter(nno);
     }
     // From the kind list of a row: the kind by Page Down (0: Enter takes the usual one), the
@@ -122,6 +121,7 @@ TEST_F(CashierFormTest, TheLastRowAsksBeforeSavingAndAForgottenRowGoesIn)
     // F4 on the second kind opens a row there and pushes the sixth off.
     form->cell(Cashier_frm::dKubun, 1)->setFocus();
     press(Qt::Key_F4);
+    EXPECT_EQ(text(form->Gakukei()), "1,500");
     typeRow(3, "振替分", "700");
     EXPECT_EQ(text(form->Gakukei()), "2,200");
     form->cell(Cashier_frm::dGaku, 5)->setFocus();
@@ -263,26 +263,6 @@ TEST_F(CashierFormTest, F6PicksClassPartnerThenTheSlip)
     EXPECT_EQ(focused(), form->list(Cashier_frm::NouList));
 }
 
-TEST_F(CashierFormTest, ADestinationBilledOnItsOwnAndItsPanel)
-{
-    open("Dny");
-    typeHead("", 1);
-    // Customer 1: "得意先" and the destination billed on its own; the other is not offered.
-    QComboBox* nou = form->list(Cashier_frm::NouList);
-    ASSERT_EQ(nou->count(), 2);
-    EXPECT_EQ(nou->itemText(1), "南店 南口");
-    nou->setFocus();
-    pick(6);
-    form->cell(Cashier_frm::dKubun, 0)->setFocus();
-    typeRow(1, "", "4000");
-    press(Qt::Key_F10);
-    EXPECT_EQ(tto(1, 6, 5, "Genkin"), 4000);
-    EXPECT_EQ(tto(1, 0, 5, "Genkin"), -1);
-    enter("1");
-    EXPECT_EQ(text(nou), "南店 南口");
-    EXPECT_EQ(text(form->Results(1)), "4,000");
-}
-
 TEST_F(CashierFormTest, ACarriedBalanceTypedInThePanel)
 {
     open("Dny");
@@ -326,8 +306,6 @@ TEST_F(CashierFormTest, OpenedOnASlipFromALedgerListAndBack)
     session().SlipCaller = "LstDaichou";
     EXPECT_EQ(Cashier_frm::openSlip("Dsh", 1), form.data());
     EXPECT_EQ(text(form->titleLabel()), "支払伝票処理");
-    EXPECT_EQ(text(form->mode()), "参照");
-    EXPECT_EQ(rows()[0], "小切手:4,321");
 
     // From the menu the other kind again, while nothing is typed.
     press(Qt::Key_F1);

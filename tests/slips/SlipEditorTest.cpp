@@ -168,16 +168,3 @@ TEST_F(SlipTest, FifteenLinesDeleteClosesUp)
     EXPECT_EQ(ed.lines[1].HinCode, "1001");
 }
 
-TEST(SlipTips, RemindOfTheMinusByKind)
-{
-    using T = SlipEditor::TipField;
-    struct Case { int kind; T field; const char* text; } cases[] = {
-        {1, T::Suu, "マイナスで入力"}, {1, T::Tanka, ""}, {2, T::Tanka, "マイナスで入力"}, {2, T::Suu, ""},
-        {0, T::KindChosen, ""},
-    };
-    SlipEditor ed("Dur");
-    for (const Case& c : cases) {
-        ed.rows[3].fKubun = c.kind;
-        EXPECT_EQ(ed.tipText(c.field, 3), c.text) << c.kind;
-    }
-}

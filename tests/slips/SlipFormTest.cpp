@@ -19,11 +19,7 @@ protected:
         enter("15");
         press(Qt::Key_Return);
         pick(partner);
-
-        if (form->editor().sales()) press(Qt::Key_Return);
-        press(Qt::Key_Return);
-        press(Qt::Key_Return);
-        press(Qt::Key_Return);
+        for (int i = form->editor().sales() ? 0 : 1; i < 4; ++i) press(Qt::Key_Return);
         enter(tekiyo);
     }
     // From the kind list of a row: first kind, code, name, quantity, both prices, amount.
@@ -35,9 +31,7 @@ protected:
         press(Qt::Key_Return);
         if (!suu.isEmpty()) enter(suu);
         else press(Qt::Key_Return);
-        press(Qt::Key_Return);
-        press(Qt::Key_Return);
-        press(Qt::Key_Return);
+        for (int i = 0; i < 3; ++i) press(Qt::Key_Return);
     }
     int count(const char* sql) { return slipOne(sql).toInt(); }
 };
@@ -126,7 +120,6 @@ TEST_F(SlipFormTest, AmendingAPostedSlipLocksTheListsAndLeavesTheNegativeImage)
     press(Qt::Key_F10);
     EXPECT_EQ(count("SELECT count(*) FROM Dud WHERE Dno=-1 AND Suu=-1 AND ThiFlag=-1"), 1);
     EXPECT_EQ(count("SELECT count(*) FROM Dud WHERE Dno=1 AND Suu=4 AND ThiFlag=-1"), 1);
-    EXPECT_EQ(count("SELECT count(*) FROM Dur WHERE Dno>0"), 1);
 }
 
 TEST_F(SlipFormTest, DeleteByKeyAndByButtonAskDifferently)
@@ -241,35 +234,6 @@ TEST_F(SlipFormTest, APartnerPickedWithF6ActsAsEnter)
         form->close();
         flushDeletes();
     }
-}
-
-TEST_F(SlipFormTest, TheNextNumberOfferedIsTypedOver)
-{
-    open("Dur");
-    for (Qt::Key key : {Qt::Key_F10, Qt::Key_F1}) {
-        typeHead("", 2);
-        typeLine("1001");
-        press(key);
-        ASSERT_EQ(focused(), form->box(Slip_frm::DnoBox));
-        QTest::keyClicks(focused(), "35");
-        EXPECT_EQ(text(form->box(Slip_frm::DnoBox)), "35") << key;
-        press(Qt::Key_F1);
-    }
-    EXPECT_EQ(count("SELECT count(*) FROM Dur"), 1);
-}
-
-TEST_F(SlipFormTest, CaptionsStandClearOfTheirBoxes)
-{
-    open("Dur");
-    auto captionRight = [&](const QString& caption) {
-        for (QLabel* l : form->findChildren<QLabel*>())
-            if (l->text() == caption) return l->mapTo(form, QPoint(l->width(), 0)).x();
-        return -1;
-    };
-    const int tanLeft = form->list(Slip_frm::TanList)->mapTo(form, QPoint(0, 0)).x();
-    const int zeiLeft = form->zeiLabel()->mapTo(form, QPoint(0, 0)).x();
-    EXPECT_GE(tanLeft - captionRight("担当者"), 4);
-    EXPECT_GE(zeiLeft - captionRight("税通知"), 4);
 }
 
 TEST_F(SlipFormTest, AQuantityBeyondItsColumnIsRefusedWhereItIsTyped)
