@@ -9,7 +9,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
-#include "shell/Dialogs.h"
+#include "support/BenchCompany.h"
 #include "shell/Session.h"
 #include "slips/CashRegister.h"
 #include "slips/CashSlipEditor.h"
@@ -21,39 +21,12 @@ namespace {
 
 constexpr int kCustomers = 50;
 
-class Quiet : public Dialogs {
-public:
-    int failures = 0;
-    bool Ask(const QString&, const QString&, const QString&) override { return true; }
-    void Tell(const QString& m) override
-    {
-        if (!m.startsWith(QStringLiteral("エラー"))) return;
-        ++failures;
-        std::fprintf(stderr, "told: %s\n", qPrintable(m));
-    }
-    QString Request(const QString&, const QString& d) override { return d; }
-    void ShowWait(const QString&) override {}
-    void HideWait() override {}
-    void MessageBox(const QString&, const QString&) override {}
-};
-
 bool openCompany(const QString& dir)
 {
     NewCompanyOptions o;
     o.year = 2026;
-    QString error;
-    if (!createCompany(dir, o, &error)) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
-        return false;
-    }
-    QDir::setCurrent(dir);
-    if (!OpenStore()) return false;
-    Session& s = session();
-    s.Nendo = 2026;
-    if (!OpenSlip() || !AttachSlipTables()) return false;
-    CloseSlip();
-    s.EigCode = 1;
-    const QSqlDatabase db = s.MasterDb;
+    if (!openNewCompany(dir, o)) return false;
+    const QSqlDatabase db = session().MasterDb;
     execSql(db, "INSERT INTO Tbn (Code, Namae) VALUES (1, '一般')");
     for (int c = 1; c <= kCustomers; ++c) {
         execSql(db, "INSERT INTO Tor (Code, TbnCode, Kana, Namae, Sime, Shicode, TanCode) VALUES (?, 1, ?, ?, 20, 3, 1)",
@@ -107,7 +80,7 @@ int main(int argc, char** argv)
     const int n = argc > 1 ? std::max(1, std::atoi(argv[1])) : 500;
     QTemporaryDir tmp;
     if (!tmp.isValid() || !openCompany(tmp.filePath(QStringLiteral("co")))) return 1;
-    Quiet quiet;
+    BenchDialogs quiet(true);
     setDialogs(&quiet);
 
     std::printf("deposits of six rows, %d customers, half with a destination billed through them\n", kCustomers);

@@ -8,10 +8,8 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
-#include <QFont>
 #include <QTemporaryDir>
 #include "ledgers/LedgerBatch.h"
-#include "ledgers/LedgerCommands.h"
 #include "pageout/QtPageOutputs.h"
 #include "reports/InvoiceData.h"
 #include "reports/InvoiceRun.h"
@@ -19,6 +17,8 @@
 #include "store/NewCompany.h"
 #include "store/Sql.h"
 #include "demo/DemoCompany.h"
+#include "shell/QtScale.h"
+#include "support/BenchCompany.h"
 
 namespace {
 
@@ -113,34 +113,23 @@ int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", qgetenv("QT_QPA_PLATFORM").isEmpty() ? "offscreen" : qgetenv("QT_QPA_PLATFORM"));
     QApplication app(argc, argv);
-    QFont::insertSubstitution(QStringLiteral("ＭＳ 明朝"), QStringLiteral("IPAexMincho"));
-    QFont::insertSubstitution(QStringLiteral("ＭＳ ゴシック"), QStringLiteral("IPAexGothic"));
+    installJapaneseFonts();
     DemoOptions opt;
     opt.customers = argc > 1 ? std::atoi(argv[1]) : 1000;
     opt.slips = argc > 2 ? std::atoi(argv[2]) : 30000;
     opt.year = fiscalYearOf(QDate::currentDate(), 4);
     QTemporaryDir tmp;
-    if (!tmp.isValid()) {
-        std::fprintf(stderr, "no temporary folder\n");
-        return 1;
-    }
-    const QString dir = tmp.filePath(QStringLiteral("demo"));
-    QString error;
     DemoSummary summary;
-    if (!createDemoCompany(dir, opt, &error, &summary)) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
+    if (!tmp.isValid() || !makeDemoCompany(tmp.filePath(QStringLiteral("demo")), opt, &summary) || !startCompany())
         return 1;
-    }
-    QDir::setCurrent(dir);
-    // The program's own start-up, as `velmora batch` does it.
-    if (startHeadless(0, processConsole()) != 0) return 1;
+    QString error;
     if (!runLedgerProcessing({}, &error)) {
         std::fprintf(stderr, "ledger processing: %s\n", qPrintable(error));
-        endHeadless();
+        endCompany();
         return 1;
     }
     const int status = runBench(opt, summary, tmp.path());
-    endHeadless();
+    endCompany();
     QDir::setCurrent(QDir::tempPath());
     return status;
 }

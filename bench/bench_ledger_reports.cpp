@@ -12,6 +12,7 @@
 #include <QGuiApplication>
 #include <QTemporaryDir>
 #include "demo/DemoCompany.h"
+#include "support/BenchCompany.h"
 #include "demo/DemoMasters.h"
 #include "ledgers/Daichou.h"
 #include "ledgers/LedgerBatch.h"
@@ -93,25 +94,6 @@ void report(const char* what, double ms, double plain, int rows)
                 plain > 0 ? ms / plain : 0.0, rows);
 }
 
-bool openCompany(int year)
-{
-    if (!OpenStore()) return false;
-    Session& s = session();
-    s.Nendo = year;
-    const bool ok = OpenSlip() && AttachSlipTables();
-    CloseSlip();
-    if (!ok) return false;
-    s.sTuki = static_cast<short>(count(QStringLiteral("SELECT sTuki FROM Com")));
-    s.eTuki = static_cast<short>(s.sTuki == 1 ? 12 : s.sTuki - 1);
-    s.Sime = 31;
-    const TaxRates rates = demoTaxRates();
-    s.Zeiritu = rates.Zeiritu;
-    s.TaxRateNew = rates.TaxRateNew;
-    s.TaxChangeDate = rates.TaxChangeDate;
-    s.EigCode = static_cast<short>(count(QStringLiteral("SELECT MIN(Code) FROM Eig")));
-    return true;
-}
-
 // One deposit for each customer in `month`, as the deposit screen saves it.
 int depositMonth(int month, const QDate& day)
 {
@@ -143,15 +125,12 @@ int main(int argc, char** argv)
     const int runs = argc > 2 ? std::max(1, std::atoi(argv[2])) : 20;
     opt.year = fiscalYearOf(QDate::currentDate(), 4);
     QTemporaryDir tmp;
-    const QString dir = tmp.filePath(QStringLiteral("demo"));
-    QString error;
     DemoSummary summary;
-    if (!tmp.isValid() || !createDemoCompany(dir, opt, &error, &summary)) {
-        std::fprintf(stderr, "demo company: %s\n", qPrintable(error));
+    if (!tmp.isValid() || !makeDemoCompany(tmp.filePath(QStringLiteral("demo")), opt, &summary) || !startCompany())
         return 1;
-    }
-    QDir::setCurrent(dir);
-    if (!openCompany(opt.year) || !runLedgerProcessing({}, &error)) {
+    session().Sime = 31;
+    QString error;
+    if (!runLedgerProcessing({}, &error)) {
         std::fprintf(stderr, "ledger processing: %s\n", qPrintable(error));
         return 1;
     }
@@ -222,7 +201,7 @@ int main(int argc, char** argv)
     std::printf("  %-40s %8.2f ms   (%d rows, read again twice)\n", "print of all customers' ledger", printLedger,
                 all.rowCount);
     std::printf("  %-40s %8.2f ms\n", "sheet of all customers' ledger", sheetLedger);
-    CloseStore();
+    endCompany();
     QDir::setCurrent(QDir::tempPath());
     return 0;
 }

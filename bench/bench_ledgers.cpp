@@ -14,6 +14,7 @@
 #include "store/Sql.h"
 #include "store/Store.h"
 #include "demo/DemoCompany.h"
+#include "support/BenchCompany.h"
 #include "demo/DemoMasters.h"
 
 namespace {
@@ -38,26 +39,6 @@ double plainScan(const QString& filter)
     return t.elapsed() / 1000.0;
 }
 
-bool openCompany(int year)
-{
-    if (!OpenStore()) return false;
-    Session& s = session();
-    s.Nendo = year;
-    const bool ok = OpenSlip() && AttachSlipTables();
-    CloseSlip();
-    if (!ok) return false;
-    Query com(s.MasterDb, QStringLiteral("SELECT sTuki, Zeiritu FROM Com"));
-    if (!com.next()) return false;
-    s.sTuki = static_cast<short>(com.value(0).toInt());
-    s.eTuki = static_cast<short>(s.sTuki == 1 ? 12 : s.sTuki - 1);
-    const TaxRates rates = demoTaxRates();
-    s.Zeiritu = rates.Zeiritu;
-    s.TaxRateNew = rates.TaxRateNew;
-    s.TaxChangeDate = rates.TaxChangeDate;
-    s.EigCode = static_cast<short>(count(QStringLiteral("SELECT MIN(Code) FROM Eig")));
-    return true;
-}
-
 void report(const char* what, double seconds, double scan)
 {
     std::printf("  %-28s %8.2f s   plain scan %6.2f s   ratio %6.1f\n", what, seconds, scan,
@@ -73,22 +54,10 @@ int main(int argc, char** argv)
     opt.slips = argc > 1 ? std::atoi(argv[1]) : 200000;
     opt.year = fiscalYearOf(QDate::currentDate(), 4);
     QTemporaryDir tmp;
-    if (!tmp.isValid()) {
-        std::fprintf(stderr, "no temporary folder\n");
-        return 1;
-    }
-    const QString dir = tmp.filePath(QStringLiteral("demo"));
     DemoSummary summary;
+    if (!tmp.isValid() || !makeDemoCompany(tmp.filePath(QStringLiteral("demo")), opt, &summary) || !startCompany())
+        return 1;
     QString error;
-    if (!createDemoCompany(dir, opt, &error, &summary)) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
-        return 1;
-    }
-    QDir::setCurrent(dir);
-    if (!openCompany(opt.year)) {
-        std::fprintf(stderr, "the demo company does not open\n");
-        return 1;
-    }
     const qint64 marked = count(QStringLiteral("SELECT (SELECT COUNT(*) FROM Dud WHERE ThiFlag=-1) + "
                                                "(SELECT COUNT(*) FROM Dsd WHERE ThiFlag=-1)"));
     std::printf("demo company %d: %d sales lines, %d purchase lines, %lld marked; %d customers, %d suppliers, "
@@ -117,7 +86,7 @@ int main(int argc, char** argv)
     std::printf("  customer ledger rows %lld, supplier ledger rows %lld, product ledger rows %lld\n",
                 count(QStringLiteral("SELECT COUNT(*) FROM TtoD")), count(QStringLiteral("SELECT COUNT(*) FROM TsiD")),
                 count(QStringLiteral("SELECT COUNT(*) FROM ThiD")));
-    CloseStore();
+    endCompany();
     QDir::setCurrent(QDir::tempPath());
     return 0;
 }

@@ -8,7 +8,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QTemporaryDir>
-#include "shell/Dialogs.h"
+#include "support/BenchCompany.h"
 #include "shell/Session.h"
 #include "slips/SlipEditor.h"
 #include "slips/SlipRegister.h"
@@ -48,18 +48,8 @@ bool setUpCompany(const QString& dir)
     NewCompanyOptions o;
     o.year = 2026;
     o.menu = standardMenuRows();
-    QString error;
-    if (!createCompany(dir, o, &error)) {
-        std::fprintf(stderr, "%s\n", qPrintable(error));
-        return false;
-    }
-    QDir::setCurrent(dir);
-    if (!OpenStore()) return false;
+    if (!openNewCompany(dir, o)) return false;
     Session& s = session();
-    s.Nendo = 2026;
-    if (!OpenSlip() || !AttachSlipTables()) return false;
-    CloseSlip();
-    s.EigCode = 1;
     s.Zeiritu = Money::fromYen(8);
     s.TaxRateNew = Money::fromYen(10);
     s.TaxChangeDate = QDate(2026, 9, 30);
@@ -97,20 +87,6 @@ void fill(SlipEditor& ed, long number)
     }
 }
 
-class Silent : public Dialogs {
-public:
-    bool Ask(const QString&, const QString&, const QString&) override { return false; }
-    // The numbers are given ahead, so the consecutive-number notice is expected; failures are not.
-    void Tell(const QString& m) override
-    {
-        if (m.startsWith(QStringLiteral("エラー"))) std::fprintf(stderr, "told: %s\n", qPrintable(m));
-    }
-    QString Request(const QString&, const QString& d) override { return d; }
-    void ShowWait(const QString&) override {}
-    void HideWait() override {}
-    void MessageBox(const QString&, const QString&) override {}
-};
-
 }  // namespace
 
 int main(int argc, char** argv)
@@ -119,7 +95,8 @@ int main(int argc, char** argv)
     const int slips = argc > 1 ? std::max(1, std::atoi(argv[1])) : 300;
     QTemporaryDir tmp;
     if (!tmp.isValid() || !setUpCompany(tmp.filePath(QStringLiteral("co")))) return 1;
-    Silent silent;
+    // The numbers are given ahead, so the consecutive-number notice is expected.
+    BenchDialogs silent(false);
     setDialogs(&silent);
 
     SlipEditor ed(QStringLiteral("Dur"));

@@ -18,6 +18,7 @@
 #include "store/Sql.h"
 #include "store/Store.h"
 #include "demo/DemoCompany.h"
+#include "support/BenchCompany.h"
 
 namespace {
 
@@ -34,28 +35,6 @@ double plainScan(const QString& sql, const QVariantList& binds)
 }
 
 // The newest year folder of the company.
-int companyYear()
-{
-    int year = 0;
-    for (const QString& d : QDir::current().entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-        if (d.size() == 4 && d.toInt() > year && QFile::exists(d + QStringLiteral("/SLIP.db"))) year = d.toInt();
-    return year;
-}
-
-bool openCompany()
-{
-    if (!OpenStore()) return false;
-    Session& s = session();
-    s.Nendo = companyYear();
-    const bool ok = s.Nendo > 0 && OpenSlip() && AttachSlipTables();
-    CloseSlip();
-    if (!ok) return false;
-    s.sTuki = static_cast<short>(one(QStringLiteral("SELECT sTuki FROM Com")).toInt());
-    s.eTuki = static_cast<short>(s.sTuki == 1 ? 12 : s.sTuki - 1);
-    s.EigCode = static_cast<short>(one(QStringLiteral("SELECT MIN(Code) FROM Eig")).toInt());
-    return true;
-}
-
 // The same documents to a PDF file, as `velmora print ... --pdf` makes them.
 double toPdf(const QString& file, const std::function<bool()>& draw, int* pages)
 {
@@ -93,17 +72,10 @@ int main(int argc, char** argv)
     if (!QFile::exists(dir + QStringLiteral("/MASTER.db"))) {
         DemoOptions opt;
         opt.slips = 200000;
-        QString error;
-        if (!createDemoCompany(dir, opt, &error, nullptr)) {
-            std::fprintf(stderr, "%s\n", qPrintable(error));
-            return 1;
-        }
+        if (!makeDemoCompany(dir, opt)) return 1;
     }
     QDir::setCurrent(dir);
-    if (!openCompany()) {
-        std::fprintf(stderr, "the company in %s does not open\n", qPrintable(dir));
-        return 1;
-    }
+    if (!startCompany()) return 1;
     const Session& s = session();
     const QDate from(s.Nendo, s.sTuki, 1);
     const QDate to = from.addYears(1).addDays(-1);
@@ -176,6 +148,6 @@ int main(int argc, char** argv)
     }, &pages);
     reportPdf("  its print to PDF", pdf, pages);
 
-    CloseStore();
+    endCompany();
     return 0;
 }

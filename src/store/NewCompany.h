@@ -2,6 +2,7 @@
 // The template of a new company: MASTER/MASTER.db (with MASTER.db at the root a relative link
 // to it) and <year>/SLIP.db, with every table, one company row, office 1, the system rows and
 // the menu.
+#include <QDate>
 #include <QList>
 #include <QPair>
 #include <QString>
