@@ -54,6 +54,7 @@ bool printInvoices(const PrintRequest& r, QString* error)
     const SeikyuCheck check = checkSeikyu(month ? QString::number(*month) : QString(), sime ? QString::number(*sime) : QString());
     if (check.refusal != SeikyuRefusal::None) return fail(error, check.message);
     if (to && !from) return fail(error, QStringLiteral("--to には --from も指定してください。"));
+    if (r.checkOnly) return true;
 
     InvoiceRunRequest request;
     request.month = QString::number(*month);
@@ -73,6 +74,7 @@ bool printSlip(const PrintRequest& r, QString* error)
     if (!numberOption(r, QStringLiteral("dno"), 9, &dno, error) || !numberOption(r, QStringLiteral("style"), 4, &style, error))
         return false;
     if (!dno || *dno <= 0) return fail(error, QStringLiteral("--dno に伝票No.を指定してください。"));
+    if (r.checkOnly) return true;
     const StyleFor styleFor(session().SlipStyle, style);
     Slip_prn prn(session().MasterDb);
     return prn.PrintSlip(long(*dno), nullptr);

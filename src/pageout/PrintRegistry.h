@@ -12,6 +12,9 @@ struct PrintRequest {
     QMap<QString, QString> options;   // "--month 4" -> options["month"] = "4"
     QString pdf;                      // --pdf FILE, or empty
     QString xlsx;                     // --xlsx FILE, or empty
+    // Only the option values are checked, before the start-up: no store is open. A report
+    // returns false with *error for a value it refuses, true when the values are well formed.
+    bool checkOnly = false;
 };
 
 struct PrintReportEntry {
@@ -22,7 +25,7 @@ struct PrintReportEntry {
     bool needsCompany = true;         // false for `vtml`, which reads only its input file
     bool pdf = true;                  // the outputs it can make; the command refuses the others
     bool xlsx = false;
-    // Runs the report. With --pdf the command has made the PDF output current (PageOutput.h)
+    // Runs the report (or only checks its option values, see PrintRequest::checkOnly). With --pdf the command has made the PDF output current (PageOutput.h)
     // and finishes it afterwards; the report only draws its documents. With --xlsx the report
     // writes request.xlsx itself (ExcelBook::saveAs). False with *error (the message for
     // standard error), or with *error left empty when the failure was already told (VtmlPrint

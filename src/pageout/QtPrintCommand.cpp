@@ -148,6 +148,7 @@ bool runReport(const PrintReportEntry& e, const PrintRequest& req, const Command
 
 bool printVtmlFile(const PrintRequest& req, QString* error)
 {
+    if (req.checkOnly) return true;
     const QString in = req.options.value(QStringLiteral("in"));
     QFile f(in);
     if (in.isEmpty() || !f.open(QIODevice::ReadOnly | QIODevice::Text)) {
@@ -197,6 +198,11 @@ int runPrintCommand(const QStringList& args, const CommandConsole& c)
     req.xlsx = o.take(QStringLiteral("xlsx"));
     o.remove(QStringLiteral("office"));
     req.options = o;
+    // A value the report refuses is a wrong command, told before any start-up asks a password.
+    PrintRequest check = req;
+    check.checkOnly = true;
+    QString refused;
+    if (!e->run(check, &refused)) return badArguments(c, refused);
     if (e->needsCompany) {
         if (const int r = startHeadless(office, c)) return r;
     }

@@ -72,6 +72,7 @@ bool runList(PartnerMonthList& list, const PrintRequest& q, QString* error)
     *error = PartnerMonthList::checkMonth(q.options.value(QStringLiteral("month")), &month);
     if (error->isEmpty()) *error = PartnerMonthList::checkSime(q.options.value(QStringLiteral("sime")), &sime);
     if (!error->isEmpty()) return false;
+    if (q.checkOnly) return true;
     // No rows and a store failure have been told by the list.
     if (!list.read(month, sime) || list.rowCount == 0) return false;
     if (!q.xlsx.isEmpty()) return saveSheet(list.sheet(), q.xlsx, error);
@@ -84,6 +85,7 @@ bool runLedgerPrint(const PrintRequest& q, QString* error)
 {
     LedgerRange r;
     if (!ledgerRange(q.options, &r, error)) return false;
+    if (q.checkOnly) return true;
     ListDaichou v;
     if (!v.Init(r) || v.rowCount == 0) return false;
     if (!q.xlsx.isEmpty()) {

@@ -55,6 +55,7 @@ bool printProducts(const PrintRequest& r, QString* error)
         || !dateOption(r, QStringLiteral("from"), &from, error) || !dateOption(r, QStringLiteral("to"), &to, error)
         || !numberOption(r, QStringLiteral("partner"), 0, &partner, error))
         return false;
+    if (r.checkOnly) return true;
     RepoNippou report(r.options.value(QStringLiteral("mode")));
     if (!report.load(from, to, partner, error)) return false;
     if (report.count() == 0) return *error = kNothing, false;
@@ -82,6 +83,7 @@ bool printMonthly(const PrintRequest& r, QString* error)
     q.month = int(month);
     q.sime = int(sime);
     q.split = split == 1;
+    if (r.checkOnly) return true;
     if (!r.xlsx.isEmpty()) {
         RepoGeppou report;
         if (!report.load(q, error)) return false;
@@ -105,6 +107,7 @@ bool printCutoff(const PrintRequest& r, QString* error)
         || !oneOf(r, QStringLiteral("order"), {QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")}, error)
         || !numberOption(r, QStringLiteral("order"), 1, &order, error))
         return false;
+    if (r.checkOnly) return true;
     Chouha list(r.options.value(QStringLiteral("code")));
     switch (list.run(from, to, int(order), error)) {
     case MeiTResult::Failed:

@@ -38,7 +38,14 @@ void registerOffices()
     e.name = QStringLiteral("offices");
     e.usage = QStringLiteral("営業所の一覧");
     e.xlsx = true;
+    e.options = {QStringLiteral("from")};
     e.run = [](const PrintRequest& r, QString* error) {
+        bool digits = false;
+        if (r.options.contains("from") && (r.options.value("from").toInt(&digits), !digits)) {
+            *error = QStringLiteral("--from は数字で指定してください。");
+            return false;
+        }
+        if (r.checkOnly) return true;
         auto rows = queryRows(session().MasterDb, QStringLiteral("SELECT Code, Namae FROM Eig ORDER BY Code"));
         if (r.xlsx.isEmpty())
             return printDocument(rows.get(), {makeField("営業所", "Namae", "S", "20")},
@@ -83,6 +90,8 @@ TEST(PrintCommand, BadArgumentsAreRefusedWithTheReasonAndExit2)
         {{"print", "vtml", "--in", doc, "--in", doc, "--pdf", "a.pdf"}, "--in が二度指定されています。"},
         {{"print", "vtml", "--in", doc, "--pdf"}, "--pdf の後に値を指定してください。"},
         {{"print", "offices", "--pdf", "a.pdf", "--office", "x"}, "--office には営業所コード（数字）を指定してください。"},
+        // A value the report refuses is refused before the start-up: no company is needed here.
+        {{"print", "offices", "--from", "x", "--pdf", "a.pdf"}, "--from は数字で指定してください。"},
     };
     for (const Case& c : cases) {
         Console con;

@@ -124,11 +124,14 @@ TEST_F(LedgerPrint, HeadlessRequestsAreCheckedAndWriteTheSheet)
         {{{"list", "Tza"}, {"month", "5"}}, runBalancePrint, "--list には Uza、UzaDtl か Kza を指定してください。"},
         {{{"list", "Uza"}, {"month", "5"}, {"sime", "32"}}, runBalancePrint, "締日の範囲は１から３１です。"},
     };
-    for (const auto& c : refused) {
-        QString error;
-        EXPECT_FALSE(c.run(request(c.options), &error));
-        EXPECT_EQ(error, c.error);
-    }
+    for (const auto& c : refused)
+        for (const bool checkOnly : {true, false}) {
+            PrintRequest q = request(c.options);
+            q.checkOnly = checkOnly;
+            QString error;
+            EXPECT_FALSE(c.run(q, &error));
+            EXPECT_EQ(error, c.error);
+        }
     // Nothing to list is told by the report itself.
     QString error;
     EXPECT_FALSE(runBalancePrint(request({{"list", "Kza"}, {"month", "4"}}), &error));
