@@ -53,13 +53,20 @@ QString taxNote(short zeituuchi)
 
 // Page lines with the alignment switched only when it changes. Right-aligned text stands
 // against `right` by moving the page's x offset, since the language aligns on the area's edge.
-// The offsets are not shrunk with the rest of the page, so they are shrunk here.
+// The offsets are not shrunk with the rest of the page, so they are shrunk here. Under shrink
+// the language also places right-aligned text by its shrunk width and then shrinks that
+// place, so the text runs past its edge by a tenth of its width; the offset takes that back
+// (the slip's fonts are fixed pitch: a Shift JIS byte is half the size in width).
 class Lines {
 public:
     QStringList out;
     double shrink = session().ShrinkMode && !VtmlShrinkOff() ? 0.9 : 1.0;
 
-    void font(const QString& name, int points) { out << QStringLiteral("<FONT>") + name << QStringLiteral("<SIZE>%1").arg(points); }
+    void font(const QString& name, int points)
+    {
+        out << QStringLiteral("<FONT>") + name << QStringLiteral("<SIZE>%1").arg(points);
+        drawnPoints_ = std::nearbyint(points * shrink);
+    }
     void yOffset(int y) { out << QStringLiteral("<YOFFSET>%1").arg(std::lround(y * shrink)); }
     void left(int x, int y, const QString& text)
     {
@@ -70,7 +77,8 @@ public:
     void right(int edge, int y, const QString& text)
     {
         if (text.isEmpty()) return;
-        align(3, int(std::lround((edge - Width) * shrink)));
+        const double overshoot = (1 - shrink) * SjisLength(text) * drawnPoints_ * 10;
+        align(3, int(std::lround((edge - Width) * shrink - overshoot)));
         put(0, y, text);
     }
     void centre(int y, const QString& text)
@@ -91,6 +99,7 @@ private:
     }
     int mode_ = 1;
     int xOffset_ = 0;
+    double drawnPoints_ = 10;
 };
 
 void slipBlock(Lines& l, const SlipPrintData& s, bool receipt, bool era)

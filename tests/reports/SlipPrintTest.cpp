@@ -146,6 +146,13 @@ TEST_F(SlipPrintTest, ShrunkReceiptCopyKeepsItsTextsOnItsOwnRules)
     EXPECT_NEAR(names[1], (8419 + 1000) * 0.9, 1);
     // The rule under the copy's customer name.
     EXPECT_EQ(r.rec.only("L ").filter(QStringLiteral(",%1 ").arg((8419 + 1340) * 0.9)).size(), 1);
+    // A figure ends where it ends unshrunk, shrunk: the amount column's edge less its margin.
+    // At 9 points "1,200" is 450 wide.
+    QList<double> amounts;
+    for (const QString& e : r.rec.only("T "))
+        if (e.endsWith(" 1,200")) amounts << e.section(' ', 1, 1).section(',', 0, 0).toDouble();
+    ASSERT_FALSE(amounts.isEmpty());
+    EXPECT_NEAR(amounts[0] + 450, (10300 - 60) * 0.9, 1.5);
 }
 
 TEST_F(SlipPrintTest, SlipThatIsNotThereIsToldAndDrawsNothing)
