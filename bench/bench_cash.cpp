@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include "support/BenchCompany.h"
+#include "support/BenchTiming.h"
 #include "shell/Session.h"
 #include "slips/CashRegister.h"
 #include "slips/CashSlipEditor.h"
@@ -56,20 +57,6 @@ void fill(CashSlipEditor& ed, long number, int customer, int month)
     }
     ed.SumGaku();
     ed.checkCashPeriod();
-}
-
-template <class F> void timeEach(const char* what, int n, F f)
-{
-    double maxUs = 0;
-    QElapsedTimer all;
-    all.start();
-    for (int i = 0; i < n; ++i) {
-        QElapsedTimer one;
-        one.start();
-        f(i);
-        maxUs = std::max(maxUs, one.nsecsElapsed() / 1000.0);
-    }
-    std::printf("  %-40s mean %9.1f us   max %9.1f us\n", what, all.nsecsElapsed() / 1000.0 / n, maxUs);
 }
 
 }  // namespace

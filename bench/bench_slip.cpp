@@ -9,6 +9,7 @@
 #include <QElapsedTimer>
 #include <QTemporaryDir>
 #include "support/BenchCompany.h"
+#include "support/BenchTiming.h"
 #include "shell/Session.h"
 #include "slips/SlipEditor.h"
 #include "slips/SlipRegister.h"
@@ -18,30 +19,6 @@
 #include "store/Store.h"
 
 namespace {
-
-struct Figures {
-    double meanUs = 0, maxUs = 0;
-};
-
-template <class F> Figures timeIt(int n, F f)
-{
-    Figures out;
-    QElapsedTimer all;
-    all.start();
-    for (int i = 0; i < n; ++i) {
-        QElapsedTimer one;
-        one.start();
-        f(i);
-        out.maxUs = std::max(out.maxUs, one.nsecsElapsed() / 1000.0);
-    }
-    out.meanUs = all.nsecsElapsed() / 1000.0 / n;
-    return out;
-}
-
-void report(const char* what, const Figures& f)
-{
-    std::printf("  %-44s mean %9.1f us   max %9.1f us\n", what, f.meanUs, f.maxUs);
-}
 
 bool setUpCompany(const QString& dir)
 {
@@ -102,23 +79,23 @@ int main(int argc, char** argv)
     SlipEditor ed(QStringLiteral("Dur"));
     fill(ed, 1);
     std::printf("slip screen, 15 lines, customer taxed per delivery slip\n");
-    report("completed field (amounts, line tax, slip tax, totals)", timeIt(20000, [&](int i) {
-                ed.rows[i % SlipEditor::RowCount].fSuu = QString::number(i % 50 + 1);
-                ed.work(i % SlipEditor::RowCount);
-            }));
-    report("slip tax and totals alone", timeIt(20000, [&](int) { ed.showTotals(1); }));
-    report("product code with its price lookup", timeIt(5000, [&](int i) {
-                ed.rows[2].fHinCode = QString::number(1001 + i % 15);
-                ed.loadProductToLine(2);
-            }));
+    timeEach("completed field (amounts, line tax, slip tax, totals)", 20000, [&](int i) {
+        ed.rows[i % SlipEditor::RowCount].fSuu = QString::number(i % 50 + 1);
+        ed.work(i % SlipEditor::RowCount);
+    });
+    timeEach("slip tax and totals alone", 20000, [&](int) { ed.showTotals(1); });
+    timeEach("product code with its price lookup", 5000, [&](int i) {
+        ed.rows[2].fHinCode = QString::number(1001 + i % 15);
+        ed.loadProductToLine(2);
+    });
 
     std::vector<SlipEditor> editors(slips, SlipEditor(QStringLiteral("Dur")));
     for (int i = 0; i < slips; ++i) fill(editors[i], i + 1);
-    report("Register, new 15-line slip", timeIt(slips, [&](int i) { Register(editors[i], editors[i].mode); }));
+    timeEach("Register, new 15-line slip", slips, [&](int i) { Register(editors[i], editors[i].mode); });
     execSql(session().MasterDb, "UPDATE Dud SET ThiFlag=0");
     std::vector<SlipEditor> amends(slips, SlipEditor(QStringLiteral("Dur")));
     for (int i = 0; i < slips; ++i) fill(amends[i], i + 1);
-    report("Register, amendment of a posted slip", timeIt(slips, [&](int i) { Register(amends[i], amends[i].mode); }));
+    timeEach("Register, amendment of a posted slip", slips, [&](int i) { Register(amends[i], amends[i].mode); });
     std::printf("  rows: %lld heads, %lld lines\n",
                 scalar(session().MasterDb, "SELECT count(*) FROM Dur").toLongLong(),
                 scalar(session().MasterDb, "SELECT count(*) FROM Dud").toLongLong());

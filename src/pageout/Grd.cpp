@@ -21,8 +21,6 @@ const QString kGridFont = QStringLiteral("ＭＳ ゴシック");
 
 int whole(double v) { return int(std::nearbyint(v)); }
 
-// A cell's text that reads as a number goes to the sheet as that number; a code with leading
-// zeros stays text.
 QVariant sheetValue(const QString& text)
 {
     static const QRegularExpression number(QStringLiteral("^-?(\\d{1,3}(,\\d{3})+|\\d+)(\\.\\d+)?$"));
@@ -261,14 +259,19 @@ bool Grd::GrdPrint(const QString& title, const QString& subtitle, int mode)
     }
 }
 
+void putCellsOnSheet(const GridCells& cells, ExcelBook& book)
+{
+    for (int r = 0; r < cells.rows(); ++r)
+        for (int c = 0; c < cells.cols(); ++c) {
+            const QString t = cells.text(r, c);
+            book.setCell(r + 1, c + 1, r == 0 ? QVariant(t) : sheetValue(t));
+        }
+}
+
 bool Grd::GrdExport(const QString& name)
 {
     ExcelBook book;
     if (!book.open()) return false;
-    for (int r = 0; r < cells_->rows(); ++r)
-        for (int c = 0; c < cells_->cols(); ++c) {
-            const QString t = cells_->text(r, c);
-            book.setCell(r + 1, c + 1, r == 0 ? QVariant(t) : sheetValue(t));
-        }
+    putCellsOnSheet(*cells_, book);
     return book.save(name, nullptr, nullptr);
 }

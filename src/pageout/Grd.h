@@ -83,6 +83,11 @@ struct GrdPaper {
 };
 GrdPaper grdPaper(const QString& code);
 
+class ExcelBook;
+// The grid's cells onto a sheet from A1: the heading row as text, a cell that reads as a
+// number as that number, a code with leading zeros as text.
+void putCellsOnSheet(const GridCells& cells, ExcelBook& book);
+
 class Grd {
 public:
     explicit Grd(GridCells* cells);

@@ -108,7 +108,9 @@ TEST(Excel, SaveOpensTheFileOrTellsWhereItIsAndFailsWithoutAHalfFile)
         EXPECT_EQ(book.save(QStringLiteral("売上"), &path, &error), c.saved) << c.folder;
         EXPECT_EQ(dialogs.of("Tell"), c.tell.isEmpty() ? QStringList() : QStringList{c.tell.arg(path)}) << c.folder;
         EXPECT_EQ(opened.contains(path), c.saved);
-        if (!c.saved) EXPECT_EQ(error, c.tell.arg(path));
+        if (!c.saved) {
+            EXPECT_EQ(error, c.tell.arg(path));
+        }
     }
     setSpreadsheetOpener({});
     EXPECT_FALSE(QDir("gone").exists());
